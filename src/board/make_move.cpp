@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "board/make_move.h"
+
+#include <cassert>
+#include <cstdio>
+
+#include "board/display.h"
+#include "board/move_text.h"
+#include "board/node_counter.h"
+#include "board/piece_square.h"
+#include "board/validity.h"
+
+namespace helvan {
+
+namespace {
+
+// The steps of a move on the child's boards and sums. A phantom, a piece that no board holds, changes keys and
+// sums only: there is no board to change.
+
+void toggleOnBoards(Position& child, Colour colour, PieceType type, Bitboard squares) {
+    if (type == phantom) return;
+    child.of(colour, type) ^= squares;
+    child.of(colour, allPieces) ^= squares;
+}
+
+void relocate(Position& child, Colour colour, PieceType type, Square from, Square to) {
+    const int fromIndex = pieceIndex(colour, type, from);
+    const int toIndex = pieceIndex(colour, type, to);
+    child.key ^= pieceKeys[fromIndex] ^ pieceKeys[toIndex];
+    child.pawnKey ^= pawnKeys[fromIndex] ^ pawnKeys[toIndex];
+    child.pstScore += pieceSquareTable[toIndex] - pieceSquareTable[fromIndex];
+    toggleOnBoards(child, colour, type, bit(from) ^ bit(to));
+}
+
+void removePiece(Position& child, Colour colour, PieceType type, Square square) {
+    const int index = pieceIndex(colour, type, square);
+    child.key ^= pieceKeys[index];
+    child.pawnKey ^= pawnKeys[index];
+    child.pstScore -= pieceSquareTable[index];
+    child.materialKey -= materialKeys[materialIndex(colour, type)];
+    child.phase = static_cast<std::uint16_t>(child.phase - phaseWeights[type]);
+    toggleOnBoards(child, colour, type, bit(square));
+}
+
+void addPiece(Position& child, Colour colour, PieceType type, Square square) {
+    const int index = pieceIndex(colour, type, square);
+    child.key ^= pieceKeys[index];
+    child.pawnKey ^= pawnKeys[index];
+    child.pstScore += pieceSquareTable[index];
+    child.materialKey += materialKeys[materialIndex(colour, type)];
+    child.phase = static_cast<std::uint16_t>(child.phase + phaseWeights[type]);
+    toggleOnBoards(child, colour, type, bit(square));
+}
+
+PieceType moverType(const Position& parent, Colour mover, Move move) {
+    const PieceType type = pieceTypeAt(parent, mover, moveFrom(move));
+    if (type == phantom) {
+        char text[moveTextSize];
+        moveToText(move, text);
+        std::printf("\n ILLEGAL MOVE IN SEARCH\n  move in question: %s", text);
+        printBoard(parent);
+    }
+    return type;
+}
+
+void takeVictim(Position& child, Colour victimColour, Square square) {
+    const PieceType type = pieceTypeAt(child, victimColour, square);
+    if (type == king) std::printf("ERROR: king capture here\n");
+    removePiece(child, victimColour, type, square);
+    child.capturedPiece = static_cast<std::uint16_t>(type);
+    child.fifty = 0;
+}
+
+void noteDoublePush(Position& child, Colour enemy, Square from, Square to) {
+    const Bitboard beside = ((bit(to) & ~fileA) >> 1) | ((bit(to) & ~fileH) << 1);
+    if ((beside & child.of(enemy, pawn)) == 0) return;
+    const Square passed = (from + to) / 2;
+    child.epSquare = bit(passed);
+    child.key ^= epKeys[passed];
+}
+
+} // namespace
+
+int makeMove(const Position& parent, Position& child, Move move) {
+    child = parent;
+    child.prev = &parent;
+    child.capturedPiece = 0;
+    child.movedPiece = 0;
+    child.lastMove = move;
+    ++child.fifty;
+    child.evalScratch = evalNotComputed;
+    countNode(nodeCounter);
+
+    if (parent.epSquare != 0) {
+        child.key ^= epKeys[lowestBit(parent.epSquare)];
+        child.epSquare = 0;
+    }
+    child.key ^= pieceKeys[white] ^ pieceKeys[black];
+    ++child.ply;
+    if (move == nullMove) {
+        child.inCheck = 0;
+        return 1;
+    }
+
+    const Colour mover = parent.sideToMove();
+    const Colour enemy = opponent(mover);
+    const Square from = moveFrom(move);
+    const Square to = moveTo(move);
+    const int kind = moveKind(move);
+    const PieceType type = moverType(parent, mover, move);
+    child.movedPiece = static_cast<std::uint16_t>(type);
+    relocate(child, mover, type, from, to);
+    child.touched |= bit(from) | bit(to);
+    if (type == pawn || kind != ordinaryMove) child.fifty = 0;
+
+    switch (kind) {
+    case castling: {
+        const Square rookFrom = castlingRookFrom(to);
+        const Square rookTo = castlingRookTo(from, to);
+        relocate(child, mover, rook, rookFrom, rookTo);
+        child.touched |= bit(rookFrom) | bit(rookTo);
+        break;
+    }
+    case enPassant: removePiece(child, enemy, pawn, enPassantVictim(move)); break;
+    case doublePush: noteDoublePush(child, enemy, from, to); break;
+    default:
+        // Before the mover changes its type, so that a victim is looked for among the enemy's pieces alone.
+        if ((child.of(enemy, allPieces) & bit(to)) != 0) takeVictim(child, enemy, to);
+        if (kind != ordinaryMove) {
+            removePiece(child, mover, pawn, to);
+            addPiece(child, mover, promotedType(kind), to);
+        }
+        break;
+    }
+    child.key ^= castleKeys[castlingIndex(parent.touched)] ^ castleKeys[castlingIndex(child.touched)];
+    assert(unplayableReason(parent) != nullptr || incrementalStateAgrees(parent, child));
+    return 1;
+}
+
+bool incrementalStateAgrees(const Position& parent, const Position& child) {
+    // Sums are compared as differences: setup from text leaves them 0 until a search refreshes them.
+    const auto phaseStep = static_cast<std::uint16_t>(child.phase - parent.phase);
+    if (phaseStep != static_cast<std::uint16_t>(phaseOf(child) - phaseOf(parent))) return false;
+    if (child.pstScore - parent.pstScore != pstOf(child) - pstOf(parent)) return false;
+    if (child.key != keyOf(child) || child.pawnKey != pawnKeyOf(child)) return false;
+    if (child.materialKey != materialKeyOf(child)) return false;
+    Bitboard all = 0;
+    for (Colour colour : {white, black}) {
+        Bitboard own = 0;
+        for (PieceType type = pawn; type <= king; ++type) {
+            if ((all & child.of(colour, type)) != 0) return false;
+            all |= child.of(colour, type);
+            own |= child.of(colour, type);
+        }
+        if (own != child.of(colour, allPieces)) return false;
+    }
+    return true;
+}
+
+} // namespace helvan

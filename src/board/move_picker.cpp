@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: MIT
+#include "board/move_picker.h"
+
+#include <limits>
+#include <utility>
+
+#include "board/attacks.h"
+#include "board/exchange.h"
+#include "board/generate.h"
+
+namespace helvan {
+
+namespace {
+
+using enum PickerStage;
+
+// clang-format off
+constexpr PickerStage stageLists[5][10] = {
+    {hashMove, captures, firstKiller, secondKiller, quietMoves, deferred, end},
+    {hashMove, captures, quietChecks, deferred, end},
+    {hashMove, captures, quietChecks, end},
+    {hashMove, captures, end},
+    {hashMove, evasions, deferred, end}};
+// clang-format on
+
+// Scores: history stays between these marks.
+constexpr std::int32_t tacticalScore = 1 << 24;
+constexpr std::int32_t castlingScore = 1 << 24;
+constexpr std::int32_t underPromotionScore = -(1 << 24);
+
+void append(MovePicker& picker, Move move, std::int32_t score) {
+    if (picker.batchCount < maxMoves) picker.storage[picker.batchCount++] = {move, score};
+}
+
+// By victim, the most valuable first, and among equal victims by the least valuable attacker.
+std::int32_t victimScore(PieceType victim, PieceType attacker) {
+    return tacticalScore + victim * 8 + (king - attacker);
+}
+
+// A pawn that promotes without capture goes between the captures of queens and those of rooks.
+constexpr std::int32_t queenPushScore = tacticalScore + queen * 8 - 1;
+
+std::int32_t historyScore(const MovePicker& picker, Move move, PieceType type) {
+    return picker.history == nullptr ? 0 : picker.history[type * 64 + moveTo(move)];
+}
+
+PieceType victimOf(const Position& position, Move move) {
+    const Bitboard target = bit(moveTo(move));
+    const Colour enemy = opponent(position.sideToMove());
+    for (PieceType type = king; type >= pawn; --type) {
+        if ((position.of(enemy, type) & target) != 0) return type;
+    }
+    return allPieces;
+}
+
+void appendTactical(MovePicker& picker, Move move, PieceType type) {
+    const PieceType victim = moveKind(move) == enPassant ? pawn : victimOf(picker.position, move);
+    append(picker, move, victim == allPieces ? queenPushScore : victimScore(victim, type));
+}
+
+// Captures onto the targets and queen promotions, but for the king's.
+void generateTactical(MovePicker& picker, Bitboard captureTargets, Bitboard pushTargets, bool withEnPassant) {
+    const auto add = [&](Move move, PieceType type) { appendTactical(picker, move, type); };
+    generatePawnTactics(picker.position, captureTargets, pushTargets, add);
+    if (withEnPassant) generateEnPassant(picker.position, add);
+    generatePieces(picker.position, captureTargets, add);
+}
+
+void generateCaptures(MovePicker& picker) {
+    const Position& position = picker.position;
+    const Bitboard enemies = position.of(opponent(position.sideToMove()), allPieces);
+    generateTactical(picker, enemies, ~position.occupied(), true);
+    generateKing(position, enemies, [&](Move move, PieceType type) { appendTactical(picker, move, type); });
+    picker.ordered = true;
+}
+
+void appendCastling(MovePicker& picker) {
+    Move moves[2];
+    const int count = castlingMoves(picker.position, picker.position.sideToMove(), moves);
+    for (int i = 0; i < count; ++i) append(picker, moves[i], castlingScore);
+}
+
+void appendUnderPromotions(MovePicker& picker, Bitboard captureTargets, Bitboard pushTargets) {
+    generateUnderPromotions(picker.position, captureTargets, pushTargets,
+                            [&](Move move, PieceType) { append(picker, move, underPromotionScore); });
+}
+
+void generateQuiets(MovePicker& picker) {
+    const Position& position = picker.position;
+    const Bitboard empty = ~position.occupied();
+    const auto add = [&](Move move, PieceType type) { append(picker, move, historyScore(picker, move, type)); };
+    appendCastling(picker);
+    generatePawnPushes(position, empty, add);
+    generatePieces(position, empty, add);
+    generateKing(position, empty, add);
+    generateDoublePushes(position, empty, add);
+    appendUnderPromotions(picker, position.of(opponent(position.sideToMove()), allPieces), empty);
+    picker.ordered = picker.history != nullptr;
+}
+
+// Steps to squares that the enemy does not attack once the king has left its own: a slider reaches through it.
+void appendKingEvasions(MovePicker& picker, Bitboard enemies, Bitboard empty) {
+    const Position& position = picker.position;
+    const Colour enemy = opponent(position.sideToMove());
+    const Bitboard withoutKing = position.occupied() & ~position.of(position.sideToMove(), king);
+    generateKing(position, enemies | empty, [&](Move move, PieceType type) {
+        if (attackersOf(position, moveTo(move), enemy, withoutKing) != 0) return;
+        if ((enemies & bit(moveTo(move))) != 0) {
+            appendTactical(picker, move, type);
+        } else {
+            append(picker, move, historyScore(picker, move, type));
+        }
+    });
+}
+
+void generateEvasions(MovePicker& picker) {
+    const Position& position = picker.position;
+    const Colour us = position.sideToMove();
+    const Bitboard enemies = position.of(opponent(us), allPieces);
+    const Bitboard empty = ~position.occupied();
+    const Bitboard kings = position.of(us, king);
+    const Bitboard checkers = checkersOf(position, us);
+    const auto addQuiet = [&](Move move, PieceType type) { append(picker, move, historyScore(picker, move, type)); };
+    picker.ordered = true;
+
+    Bitboard captureTargets = enemies;
+    Bitboard blockTargets = empty;
+    if (checkers != 0 && !moreThanOne(kings)) {
+        appendKingEvasions(picker, enemies, empty);
+        if (moreThanOne(checkers)) return; // only the king can escape from two attackers
+        captureTargets = checkers;
+        blockTargets = between[lowestBit(kings)][lowestBit(checkers)];
+    } else {
+        // No check to evade, or a board with several kings: all moves.
+        appendCastling(picker);
+        generateKing(position, enemies, [&](Move move, PieceType type) { appendTactical(picker, move, type); });
+        generateKing(position, empty, addQuiet);
+    }
+    generateTactical(picker, captureTargets, blockTargets, true);
+    generatePawnPushes(position, blockTargets, addQuiet);
+    generatePieces(position, blockTargets, addQuiet);
+    generateDoublePushes(position, blockTargets, addQuiet);
+    appendUnderPromotions(picker, captureTargets, blockTargets);
+}
+
+// Quiet moves onto the squares from which the piece attacks the enemy king. Straight checks are left out:
+// they are many and rarely decide.
+void generateQuietChecks(MovePicker& picker) {
+    const Position& position = picker.position;
+    const Colour us = position.sideToMove();
+    const Bitboard enemyKing = position.of(opponent(us), king);
+    if (enemyKing == 0) return;
+    const Square kingSquare = lowestBit(enemyKing);
+    const Bitboard occupied = position.occupied();
+    const auto add = [&](Move move, PieceType) { append(picker, move, 0); };
+    const auto addPieces = [&](Bitboard movers, PieceType type, Bitboard targets) {
+        while (movers != 0) {
+            const Square from = popLowestBit(movers);
+            for (Bitboard reached = pieceAttacks(type, from, occupied) & targets; reached != 0;) {
+                add(encodeMove(from, popLowestBit(reached)), type);
+            }
+        }
+    };
+    const Bitboard diagonalChecks = bishopAttacks(kingSquare, occupied) & ~occupied;
+    addPieces(position.of(us, bishop), bishop, diagonalChecks);
+    addPieces(position.of(us, queen), queen, diagonalChecks);
+    addPieces(position.of(us, knight), knight, knightAttacks[kingSquare] & ~occupied);
+    const Bitboard pawnChecks = pawnAttacks(opponent(us), enemyKing) & ~occupied;
+    generatePawnPushes(position, pawnChecks, add);
+    generateDoublePushes(position, pawnChecks, add);
+    picker.ordered = false;
+}
+
+void openDeferred(MovePicker& picker) {
+    picker.batch = picker.deferred;
+    picker.batchCount = picker.deferredCount;
+    picker.ordered = false;
+}
+
+bool wasHandedOut(const MovePicker& picker, Move move) {
+    for (int i = 0; i < picker.handedOutCount; ++i) {
+        if (picker.handedOut[i] == move) return true;
+    }
+    return false;
+}
+
+// En passant is left to its own stage, since the test for pseudo-legal moves does not know it.
+bool singleMoveAccepted(const MovePicker& picker, Move& move) {
+    if (move == nullMove) return false;
+    if (moveKind(move) == enPassant) {
+        move = nullMove;
+        return false;
+    }
+    return isPseudoLegal(picker.position, move) != 0 && !wasHandedOut(picker, move);
+}
+
+Move handOut(MovePicker& picker, Move move) {
+    if (picker.handedOutCount < maxMoves) picker.handedOut[picker.handedOutCount++] = move;
+    return move;
+}
+
+Move takeFromBatch(MovePicker& picker) {
+    ScoredMove* const next = picker.batch + picker.batchNext++;
+    if (picker.ordered) {
+        ScoredMove* best = next;
+        for (ScoredMove* other = next + 1; other != picker.batch + picker.batchCount; ++other) {
+            if (other->score > best->score) best = other;
+        }
+        std::swap(*next, *best);
+    }
+    return next->move;
+}
+
+bool isHeldBack(MovePicker& picker, Move move) {
+    if (picker.stage != captures && picker.stage != evasions && picker.stage != quietChecks) return false;
+    if (moveKind(move) > doublePush || !losesMaterial(picker.position, move)) return false;
+    if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = {move, 0};
+    return true;
+}
+
+} // namespace
+
+Move nextMove(MovePicker& picker) {
+    for (;;) {
+        while (picker.batchNext < picker.batchCount) {
+            const Move move = takeFromBatch(picker);
+            // Batches share no moves with one another, so the moves handed out ahead of theirs are all there
+            // is to skip.
+            if (move == picker.early[0] || move == picker.early[1] || move == picker.early[2]) continue;
+            if (isHeldBack(picker, move)) continue;
+            return handOut(picker, move);
+        }
+        if (picker.stage == end) return nullMove;
+        picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
+        picker.batchCount = 0;
+        picker.batchNext = 0;
+        const auto offerAhead = [&](Move& move, Move& early) {
+            if (!singleMoveAccepted(picker, move)) return false;
+            early = move;
+            return true;
+        };
+        switch (picker.stage) {
+        case hashMove:
+            if (offerAhead(picker.hashMove, picker.early[0])) return handOut(picker, picker.hashMove);
+            break;
+        case captures: generateCaptures(picker); break;
+        case firstKiller:
+            if (offerAhead(picker.killers[0], picker.early[1])) return handOut(picker, picker.killers[0]);
+            break;
+        case secondKiller:
+            if (offerAhead(picker.killers[1], picker.early[2])) return handOut(picker, picker.killers[1]);
+            break;
+        case quietMoves: generateQuiets(picker); break;
+        case evasions: generateEvasions(picker); break;
+        case quietChecks: generateQuietChecks(picker); break;
+        case deferred: openDeferred(picker); break;
+        case start:
+        case end: return nullMove;
+        }
+    }
+}
+
+} // namespace helvan

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+//
+// The staged move generator: hands out one pseudo-legal move at a time and generates a class of moves only
+// when the one before it is used up, so that a cut-off by an early move costs no further generation.
+#pragma once
+
+#include <cstdint>
+
+#include "board/moves.h"
+#include "board/position.h"
+
+namespace helvan {
+
+// Which moves a picker yields.
+enum class PickerKind : int {
+    everyMove = 0,              // every pseudo-legal move exactly once
+    capturesAndChecks = 1,      // captures, queen promotions, quiet checks; the losing ones last
+    soundCapturesAndChecks = 2, // the same without the losing ones
+    soundCaptures = 3,          // captures and queen promotions without the losing ones
+    evasions = 4                // for a side in check: every move that can be legal
+};
+
+enum class PickerStage : std::uint8_t {
+    start = 0,
+    hashMove = 1,
+    captures = 2, // with queen promotions
+    firstKiller = 3,
+    secondKiller = 4,
+    quietMoves = 5, // with under-promotions, at their end
+    evasions = 6,
+    quietChecks = 7,
+    deferred = 8, // what stages 2, 6 and 7 held back because it loses material
+    end = 9
+};
+
+struct ScoredMove {
+    Move move;
+    std::int32_t score; // higher is handed out earlier
+};
+
+struct MovePicker {
+    // The hash move and the killers may be any number: what is not pseudo-legal is passed over. History, if
+    // given, is the side's 512 counters by type x 64 + to-square, below 2^24 in size; quiet moves come in its
+    // order, without it as generated. The position must outlive the picker.
+    MovePicker(const Position& from, PickerKind of, Move hash = nullMove, Move killer = nullMove,
+               Move otherKiller = nullMove, const std::int32_t* quietHistory = nullptr)
+        : position(from), kind(of), hashMove(hash), killers{killer, otherKiller}, history(quietHistory) {}
+
+    MovePicker(const MovePicker&) = delete;
+    MovePicker& operator=(const MovePicker&) = delete;
+
+    const Position& position;
+    PickerKind kind;
+    int stageIndex = 0; // of the next stage in the kind's list
+    PickerStage stage = PickerStage::start;
+    bool ordered = false; // whether the batch is handed out by score instead of as generated
+    int batchCount = 0;
+    int batchNext = 0;
+    Move hashMove;
+    Move killers[2];
+    Move early[3] = {}; // of hash move and killers, those handed out: batches skip them
+    const std::int32_t* history;
+    ScoredMove* batch = storage; // the current batch: the storage, or the deferred moves
+    int deferredCount = 0;
+    int handedOutCount = 0;
+    // Left uninitialised up to their counts.
+    ScoredMove storage[maxMoves];
+    ScoredMove deferred[maxMoves];
+    Move handedOut[maxMoves]; // every move returned so far, in order
+};
+
+// The next move, or 0 when all stages are used up.
+Move nextMove(MovePicker& picker);
+
+} // namespace helvan

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "eval/evaluate.h"
+
+#include "board/bits.h"
+
+namespace helvan {
+
+int evaluate(const Position& position) {
+    constexpr int thousandthsPerCentipawn = 10;
+    const int phase = minimum(position.phase, fullPhase);
+    const std::int64_t blended = std::int64_t{fullPhase - phase} * position.pstScore.endgame() +
+                                 std::int64_t{phase} * position.pstScore.opening();
+    const int score = static_cast<int>(blended / (fullPhase * thousandthsPerCentipawn));
+    return position.sideToMove() == white ? score : -score;
+}
+
+} // namespace helvan

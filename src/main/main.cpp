@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+//
+// Start-up: prepares the process, builds the tables and hands every line of standard input to the command loop.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <thread>
+
+#include "board/attacks.h"
+#include "eval/tables.h"
+#include "main/command_line.h"
+#include "protocol/command_queue.h"
+#include "protocol/end_process.h"
+#include "protocol/log.h"
+#include "protocol/uci.h"
+#include "search/limits.h"
+
+namespace helvan {
+
+namespace {
+
+// The process's result after a faulty command line.
+constexpr int usageError = -1;
+
+[[noreturn]] void playForEver() {
+    initEvalTables();
+    std::fprintf(stderr, "Helvan version %s\n", versionText);
+    pollInput = pollCommand;
+    startReader();
+    for (;;) {
+        pollCommand();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+[[noreturn]] void start(int argumentCount, const char* const* arguments) {
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    initSlidingAttacks();
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    std::setvbuf(stdin, nullptr, _IONBF, 0);
+
+    CommandLineSettings settings;
+    if (!readCommandLine(argumentCount, arguments, settings)) {
+        printUsage(arguments[0]);
+        endProcess(usageError);
+    }
+    if (settings.help == 1) {
+        printUsage(arguments[0]);
+        endProcess(0);
+    }
+    if (settings.logFileName[0] != '\0') openLog(settings.logFileName);
+    playForEver();
+}
+
+} // namespace
+
+} // namespace helvan
+
+int main(int argumentCount, char** arguments) { helvan::start(argumentCount, arguments); }

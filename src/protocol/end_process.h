@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+//
+// The one way out of the process. A leaf beside the log, so that every part of the engine may end the process
+// after a fatal error.
+#pragma once
+
+namespace helvan {
+
+// Flushes standard output, standard error and the log and ends the process at once with the exit status. No
+// exit handlers or destructors run, because the reader thread may be using what they would destroy; and
+// standard input is left alone, because flushing it would wait for the reader's blocked read.
+[[noreturn]] void endProcess(int status);
+
+} // namespace helvan

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+//
+// Draws by the rules of the game.
+#pragma once
+
+#include "board/position.h"
+
+namespace helvan {
+
+// Whether the position, just reached by a move, counts as drawn: after more than 99 moves without capture or
+// pawn move, or when it stood on the board 4, 6, ... plies ago since the last such move.
+bool drawnByRule(const Position& position);
+
+} // namespace helvan

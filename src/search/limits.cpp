@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "search/limits.h"
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <thread>
+
+namespace helvan {
+
+namespace {
+
+constexpr std::uint32_t checkMask = 255; // the periodic check looks around every 256th call
+constexpr int softLimitPercent = 75;
+// Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it
+// could go on for ever; nothing that happens in games comes near this.
+constexpr std::uint64_t uninterruptedNodes = 4'000'000;
+
+std::uint32_t checkCounter = 0;
+int runningSearches = 0;
+bool allStopped = false; // "stop" has come since the outermost search began
+
+void pollOnce() {
+    if (pollInput != nullptr) pollInput();
+    updateNodeOverride(); // "ponderhit" may have come
+}
+
+bool limitReached() { return nodeCounter.count >= nodeCounter.limit || now() >= searchState.hardDeadline; }
+
+} // namespace
+
+double now(int wholeSeconds) {
+    const std::chrono::duration<double> sinceEpoch = std::chrono::steady_clock::now().time_since_epoch();
+    return wholeSeconds != 0 ? std::floor(sinceEpoch.count()) : sinceEpoch.count();
+}
+
+void setDeadlines(double allotted) {
+    const double start = searchState.searchStartTime;
+    if (searchState.fixedMoveTime != 0.0) {
+        searchState.hardDeadline = start + allotted;
+        searchState.softDeadline = searchState.hardDeadline;
+    } else if (allotted >= noTimeGoalSeconds) {
+        searchState.hardDeadline = std::numeric_limits<double>::infinity();
+        searchState.softDeadline = searchState.hardDeadline;
+    } else {
+        searchState.hardDeadline = start + searchState.hardLimitPercent / 100.0 * allotted;
+        searchState.softDeadline = start + softLimitPercent / 100.0 * allotted;
+    }
+}
+
+void updateNodeOverride() {
+    nodeCounter.overrideLimit = searchState.firstIteration != 0 || searchState.pondering != 0 ? 1 : 0;
+}
+
+bool searchMustStop() {
+    if (nodeCounter.stopSearch != 0) return true;
+    ++checkCounter;
+    if ((checkCounter & checkMask) != 0) return false;
+    if (searchState.firstIteration != 0 && nodeCounter.count < uninterruptedNodes) return false;
+    pollOnce();
+    if (searchState.pondering != 0) return false; // a "stop" acts at the next call
+    if (nodeCounter.stopSearch == 0 && limitReached()) nodeCounter.stopSearch = 1;
+    return nodeCounter.stopSearch != 0;
+}
+
+void waitWhilePondering() {
+    for (;;) {
+        pollOnce();
+        if (nodeCounter.stopSearch != 0 || searchState.pondering == 0) return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+void stopAllSearches() {
+    nodeCounter.stopSearch = 1;
+    allStopped = true;
+}
+
+SearchScope::SearchScope() : outerState(searchState), outerCounter(nodeCounter) {
+    if (runningSearches == 0) allStopped = false;
+    ++runningSearches;
+    nodeCounter = NodeCounter{};
+}
+
+SearchScope::~SearchScope() {
+    --runningSearches;
+    searchState = outerState;
+    nodeCounter = outerCounter;
+    if (allStopped) nodeCounter.stopSearch = 1;
+}
+
+bool SearchScope::mayNest() { return runningSearches < maxNested; }
+
+} // namespace helvan

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+//
+// When a search stops: the clock, the node limit, the flags that commands set, and the periodic check that
+// every search routine makes. All of it belongs to the main thread, which also carries out the commands.
+#pragma once
+
+#include <cstdint>
+
+#include "board/node_counter.h"
+
+namespace helvan {
+
+// An allotment that means "no time goal": a year of 366 days.
+inline constexpr double noTimeGoalSeconds = 31622400.0;
+
+// Elapsed times that are divided by are at least this.
+inline constexpr double shortestSeconds = 0.0001;
+
+struct SearchState {
+    double searchStartTime = 0.0; // all times in seconds on the clock of now()
+    double hardDeadline = 0.0;    // the search is broken off when it is passed
+    double softDeadline = 0.0;    // no iteration starts after it
+    double fixedMoveTime = 0.0;   // seconds of "go movetime", else 0
+    int hardLimitPercent = 500;   // the hard deadline as a share of the allotment
+    int timeUp = 0;               // 1 once an iteration ended after the soft deadline
+    int pondering = 0;            // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
+    int firstIteration = 0;       // 1 while depth 1 is searched, which is not interrupted
+};
+
+inline SearchState searchState;
+
+// Handles one waiting command; null where nobody listens (batch modes, tests).
+inline void (*pollInput)() = nullptr;
+
+// Seconds on a clock that never steps back; whole ones only if asked for.
+double now(int wholeSeconds = 0);
+
+// Sets both deadlines from the start time and the allotment in seconds.
+void setDeadlines(double allotted);
+
+// Decides whether make-move may count nodes beyond the limit: in the first iteration and while pondering.
+void updateNodeOverride();
+
+// The check at the start of every call of a search routine: true means "return 0 at once". Every 256th call
+// handles a waiting command and tests node limit and clock.
+bool searchMustStop();
+
+// Handles commands until "stop", or until no longer pondering. Polls at least once.
+void waitWhilePondering();
+
+// Marks the running search and every one that it interrupted as stopped: the command "stop".
+void stopAllSearches();
+
+// The process-wide state of one search. A "go" that arrives in the middle of a search runs inside it: while
+// this object lives the new search has the state for itself, then the interrupted one gets its own back.
+class SearchScope {
+public:
+    SearchScope();
+    ~SearchScope();
+    SearchScope(const SearchScope&) = delete;
+    SearchScope& operator=(const SearchScope&) = delete;
+
+    static constexpr int maxNested = 2; // searches inside one another, the outermost included
+    static bool mayNest();              // whether one more may begin
+
+private:
+    SearchState outerState;
+    NodeCounter outerCounter;
+};
+
+} // namespace helvan

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "search/report.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+
+#include "board/bits.h"
+#include "board/move_text.h"
+#include "protocol/log.h"
+#include "search/limits.h"
+#include "search/settings.h"
+
+namespace helvan {
+
+namespace {
+
+constexpr int mateBorder = 31800; // scores beyond it are mates
+
+std::string moveText(Move move) {
+    char text[moveTextSize];
+    moveToText(move, text);
+    return text;
+}
+
+} // namespace
+
+std::string scoreText(int score) {
+    const int size = absolute(score);
+    if (size <= mateBorder) return "cp " + std::to_string(score);
+    const int moves = score > 0 ? (mateScore - score) / 2 + 1 : -((mateScore - 1 - size) / 2) - 1;
+    return "mate " + std::to_string(moves);
+}
+
+std::string pvText(const Move* pv) {
+    std::string text;
+    for (int i = 0; i < pvCapacity && pv[i] != nullMove; ++i) {
+        if (i > 0) text += ' ';
+        text += moveText(pv[i]);
+    }
+    return text;
+}
+
+void printIterationStart(int depth) { std::printf("info depth %d\n", depth); }
+
+void printIteration(int depth, double elapsed, std::uint64_t nodes, int score, const Move* pv) {
+    elapsed = std::max(elapsed, shortestSeconds);
+    std::printf("info depth %d ", depth);
+    std::printf("time %d ", static_cast<int>(elapsed * 1000));
+    std::printf("nodes %" PRIu64 " ", nodes);
+    std::printf("score %s ", scoreText(score).c_str());
+    std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodes) / elapsed));
+    std::printf("pv %s\n", pvText(pv).c_str());
+    std::fflush(stdout);
+}
+
+void printBestMove(std::uint64_t nodes, const Move* pv) {
+    const std::string best = pv[0] == nullMove ? "ZZZZ" : moveText(pv[0]);
+    const bool ponders = pv[0] != nullMove && pv[1] != nullMove;
+    std::printf("info nodes %" PRIu64 "\n", nodes);
+    if (ponders) {
+        const std::string ponder = moveText(pv[1]);
+        std::printf("bestmove %s ponder %s\n", best.c_str(), ponder.c_str());
+        logWrite("info nodes %" PRIu64 "\n", nodes);
+        logWrite("bestmove %s ponder %s\n", best.c_str(), ponder.c_str());
+    } else {
+        logWrite("bestmove %s\n", best.c_str());
+        std::printf("bestmove %s\n", best.c_str());
+    }
+    std::fflush(stdout);
+}
+
+} // namespace helvan

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+//
+// What a person wants to see while working on the engine.
+#include <cinttypes>
+#include <cstdio>
+#include <cstring>
+
+#include "board/apply_move.h"
+#include "board/attacks.h"
+#include "board/display.h"
+#include "board/exchange.h"
+#include "board/fen.h"
+#include "board/make_move.h"
+#include "board/move_picker.h"
+#include "board/move_text.h"
+#include "board/perft.h"
+#include "board/validity.h"
+#include "eval/tables.h"
+#include "protocol/number_text.h"
+#include "search/limits.h"
+
+namespace helvan {
+
+namespace {
+
+constexpr int usageError = 2;
+
+struct Arguments {
+    int count;
+    char** values;
+
+    const char* operator[](int index) const { return values[index]; }
+};
+
+// The position of a FEN argument as the engine plays from it.
+Position positionFrom(const char* fen) {
+    Position position;
+    setupFromFen(position, fen);
+    dropUnfoundedCastlingRights(position);
+    if (const char* reason = unplayableReason(position)) std::fprintf(stderr, "Note: %s.\n", reason);
+    return position;
+}
+
+double perSecond(std::uint64_t count, double seconds) {
+    return static_cast<double>(count) / (seconds > shortestSeconds ? seconds : shortestSeconds);
+}
+
+int showPerft(const Arguments& arguments) {
+    std::printf("%" PRIu64 "\n", perft(positionFrom(arguments[0]), intFromText(arguments[1])));
+    return 0;
+}
+
+int showDivide(const Arguments& arguments) {
+    const Position position = positionFrom(arguments[0]);
+    const int depth = intFromText(arguments[1]);
+    std::uint64_t total = 0;
+    MovePicker picker(position, PickerKind::everyMove);
+    for (Move move = nextMove(picker); move > 0 && depth > 0; move = nextMove(picker)) {
+        Position child;
+        makeMove(position, child, move);
+        if (moverLeftInCheck(child)) continue;
+        const std::uint64_t leaves = perft(child, depth - 1);
+        total += leaves;
+        char text[moveTextSize];
+        moveToText(move, text);
+        std::printf("%s %" PRIu64 "\n", text, leaves);
+    }
+    std::printf("total %" PRIu64 "\n", total);
+    return 0;
+}
+
+int showBoard(const Arguments& arguments) {
+    const Position position = positionFrom(arguments[0]);
+    printBoard(position);
+    std::printf("key %016" PRIx64 "  pawn key %016" PRIx64 "  material key %016" PRIx64 "\n", position.key,
+                position.pawnKey, position.materialKey);
+    return 0;
+}
+
+int showExchange(const Arguments& arguments) {
+    const Position position = positionFrom(arguments[0]);
+    Position child;
+    if (applyMoveText(position, child, arguments[1]) == 0) {
+        std::fprintf(stderr, "%s is no move of this position.\n", arguments[1]);
+        return 1;
+    }
+    std::printf("%d\n", see(position, child.lastMove));
+    return 0;
+}
+
+int benchPerft(const Arguments& arguments) {
+    const int depth = arguments.count > 0 ? intFromText(arguments[0]) : 6;
+    const Position position = positionFrom(startFen);
+    const double start = now();
+    const std::uint64_t leaves = perft(position, depth);
+    const double seconds = now() - start;
+    std::printf("perft %d of the start position: %" PRIu64 " leaves in %.3f s, %.1f million a second\n", depth, leaves,
+                seconds, perSecond(leaves, seconds) / 1e6);
+    return 0;
+}
+
+struct Tool {
+    const char* name;
+    const char* parameters;
+    const char* answer;
+    int minArguments;
+    int maxArguments;
+    int (*run)(const Arguments&);
+};
+
+constexpr Tool tools[] = {
+    {"perft", "FEN DEPTH", "the number of legal move sequences", 2, 2, showPerft},
+    {"divide", "FEN DEPTH", "the same for each first move", 2, 2, showDivide},
+    {"board", "FEN", "the position and its keys", 1, 1, showBoard},
+    {"see", "FEN MOVE", "the move's static exchange value in centipawns", 2, 2, showExchange},
+    {"bench-perft", "[DEPTH]", "the speed of move generation and make-move", 0, 1, benchPerft},
+};
+
+int printUsage(const char* programPath) {
+    std::fprintf(stderr, "usage: %s TOOL ...\n\n", programPath);
+    for (const Tool& tool : tools) std::fprintf(stderr, "  %-12s %-10s  %s\n", tool.name, tool.parameters, tool.answer);
+    return usageError;
+}
+
+int runTool(int argumentCount, char** arguments) {
+    initSlidingAttacks();
+    initEvalTables();
+    if (argumentCount < 2) return printUsage(arguments[0]);
+    const Arguments rest{argumentCount - 2, arguments + 2};
+    for (const Tool& tool : tools) {
+        if (std::strcmp(tool.name, arguments[1]) != 0) continue;
+        if (rest.count < tool.minArguments || rest.count > tool.maxArguments) break;
+        return tool.run(rest);
+    }
+    return printUsage(arguments[0]);
+}
+
+} // namespace
+
+} // namespace helvan
+
+int main(int argumentCount, char** arguments) { return helvan::runTool(argumentCount, arguments); }
