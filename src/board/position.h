@@ -21,7 +21,8 @@ struct alignas(64) Position {
     // By colour x 7 + type; type 0 is the union of the colour's six others, which are disjoint.
     Bitboard pieces[2 * boardsPerColour];
     // Squares from or to which something has moved; a castling right stands while its king's and its rook's
-    // square are untouched. 0 in the start position.
+    // square are untouched. Setup from text touches all of ranks 1 and 8 but for the squares of the rights it
+    // grants; no other square matters.
     Bitboard touched;
     // The square behind a pawn that has just advanced two squares to stand beside an enemy pawn; else 0.
     Bitboard epSquare;

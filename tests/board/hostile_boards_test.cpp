@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// Boards that no game reaches, as any user may paste them: nothing may leave its memory. Meant for the
+// sanitizer build.
+#include <gtest/gtest.h>
+
+#include "board/checks.h"
+#include "board/exchange.h"
+#include "board/move_picker.h"
+#include "board/validity.h"
+#include "support/boards.h"
+
+namespace helvan::testing {
+
+namespace {
+
+std::string hostileFen(Random& random) {
+    // Each alphabet makes boards of another sort: crowded with queens, full of pawns, any bytes.
+    static const std::vector<std::string> alphabets = {"QqQqKk1", "PpPpRrKk/1234", "PNBRQKpnbrqk12345678/", "kK8/",
+                                                       "PNBRQKpnbrqk0918/x?\xff\x80-"};
+    static const std::vector<std::string> tails = {" w KQkq -", " b KQkq e3", " w - e6 0 1", " b", " w Kk", " b qq a9"};
+    const std::string& alphabet = oneOf(random, alphabets);
+    std::string fen;
+    for (int length = below(random, 90); length > 0; --length) fen += oneOf(random, alphabet);
+    return fen + oneOf(random, tails);
+}
+
+} // namespace
+
+TEST(HostileBoards, NothingLeavesItsMemory) {
+    Random random(14);
+    ::testing::internal::CaptureStdout(); // make-move reports captured kings
+    int playable = 0;
+    for (int i = 0; i < 3000; ++i) {
+        Position position = positionOf(hostileFen(random));
+        if (i % 2 == 0) dropUnfoundedCastlingRights(position);
+        if (unplayableReason(position) == nullptr) ++playable;
+        for (int kind = 0; kind <= 4; ++kind) {
+            MovePicker picker(position, static_cast<PickerKind>(kind), static_cast<Move>(random()),
+                              static_cast<Move>(random()), static_cast<Move>(random() % (moveBits + 1)));
+            while (const Move move = nextMove(picker)) {
+                see(position, move);
+                see(position, move, 1);
+                givesCheck(position, move);
+                const Position child = childOf(position, move);
+                ASSERT_GE(popCount(child.occupied()), 0);
+            }
+        }
+        // And moves that nothing generated.
+        for (int j = 0; j < 20; ++j) childOf(position, static_cast<Move>(random() % (moveBits + 1)));
+    }
+    ::testing::internal::GetCapturedStdout();
+    EXPECT_GT(playable, 20);
+}
+
+} // namespace helvan::testing

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+#include "support/engine_process.h"
+
+namespace helvan::testing {
+
+namespace {
+
+double secondsSince(EngineProcess::Clock::time_point start) {
+    return std::chrono::duration<double>(EngineProcess::Clock::now() - start).count();
+}
+
+bool holds(const std::vector<std::string>& lines, const std::string& line) {
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+int countOf(const std::vector<std::string>& lines, const std::string& beginning) {
+    return static_cast<int>(
+        std::count_if(lines.begin(), lines.end(), [&](const auto& line) { return line.rfind(beginning, 0) == 0; }));
+}
+
+} // namespace
+
+TEST(Dialogue, IdentifiesItself) {
+    EngineProcess engine;
+    engine.send("uci");
+    const std::vector<std::string> lines = engine.readUntil("uciok");
+    const std::vector<std::string> expected = {
+        "id name Helvan64 3",
+        "id author the Helvan team",
+        "option name Ponder type check default true",
+        "option name Hash type spin default 64 min 0 max 4096",
+        "option name OwnBook type check default true",
+        "option name MultiPV type spin default 1 min 1 max 99",
+        "option name Book File type string default helvan.bin",
+        "option name use lmr type check default true",
+        "option name null move pruning type check default true",
+        "option name deterministic type check default false",
+        "option name Best Line type check default true",
+        "option name King Safety Aggressiveness type spin default 6 min 0 max 10",
+        "option name move overhead milliseconds type spin default 20 min 0 max 30000",
+        "option name Drawscore type spin default -5 min -50 max 50",
+        "uciok"};
+    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(engine.errors(), "Helvan version 3\n");
+    engine.send("quit");
+    EXPECT_EQ(engine.exitStatus(), 0);
+}
+
+TEST(Dialogue, AnswersInTheMiddleOfASearch) {
+    EngineProcess engine;
+    engine.send("position startpos moves e2e4");
+    engine.send("go infinite");
+    ASSERT_FALSE(engine.readUntil("info depth 2 ").empty());
+    engine.send("isready");
+    EXPECT_EQ(countOf(engine.readUntil("readyok"), "bestmove"), 0);
+    const auto asked = EngineProcess::Clock::now();
+    engine.send("stop");
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    EXPECT_LT(secondsSince(asked), 2.0); // generous: the sanitizer builds are slow
+    engine.send("go infinite");
+    engine.send("quit");
+    EXPECT_EQ(engine.exitStatus(), 0);
+    EXPECT_TRUE(engine.readUntil("bestmove ", 1).empty()); // "quit" ends without an answer
+}
+
+TEST(Dialogue, LimitsEndTheSearch) {
+    EngineProcess engine;
+    engine.send("go depth 3");
+    const std::vector<std::string> byDepth = engine.readUntil("bestmove ");
+    EXPECT_EQ(countOf(byDepth, "info depth 3 time "), 1);
+    EXPECT_EQ(countOf(byDepth, "info depth 4"), 0);
+    for (const char* limit : {"go movetime 100", "go nodes 20000", "go nodes 0", "go nodes 20000",
+                              "go wtime 1000 btime 1000", "go", "go movetime -3", "go wtime -10"}) {
+        engine.send(limit);
+        EXPECT_FALSE(engine.readUntil("bestmove ").empty()) << limit;
+    }
+}
+
+TEST(Dialogue, PonderingWaitsForItsEnd) {
+    EngineProcess engine;
+    engine.send("go ponder depth 1");
+    engine.send("isready");
+    EXPECT_EQ(countOf(engine.readUntil("readyok"), "bestmove"), 0);
+    EXPECT_TRUE(engine.readUntil("bestmove ", 0.2).empty());
+    engine.send("ponderhit");
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    engine.send("position fen 8/8/8/8/8/8/8/K7 w - - 0 1"); // nor can an unplayable position be answered sooner
+    engine.send("go infinite");
+    EXPECT_FALSE(engine.readUntil("info string cannot search").empty());
+    EXPECT_TRUE(engine.readUntil("bestmove ", 0.2).empty());
+    engine.send("stop");
+    EXPECT_TRUE(holds(engine.readUntil("bestmove "), "bestmove ZZZZ"));
+}
+
+TEST(Dialogue, SearchesInsideSearchesAllAnswer) {
+    EngineProcess engine;
+    engine.send("go infinite");
+    ASSERT_FALSE(engine.readUntil("info depth 2 ").empty());
+    engine.send("position fen 4k3/8/8/8/8/8/8/4K2R w K - 0 1");
+    engine.send("go depth 2");
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    engine.send("go infinite");
+    engine.send("go infinite"); // one too many
+    EXPECT_TRUE(holds(engine.readUntil("info string go ignored"), "info string go ignored: 2 searches are running"));
+    engine.send("stop"); // ends both
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    engine.send("isready");
+    EXPECT_EQ(engine.readUntil("readyok"), std::vector<std::string>{"readyok"});
+}
+
+TEST(Dialogue, EndOfInputEndsNothing) {
+    EngineProcess engine;
+    engine.send("go depth 2");
+    engine.closeInput();
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    usleep(100000);
+    EXPECT_TRUE(engine.isRunning());
+}
+
+TEST(Dialogue, FatalPositionsSayWhy) {
+    EngineProcess first;
+    first.send("position nowhere");
+    EXPECT_EQ(first.exitStatus(), 1);
+    EXPECT_EQ(first.errors(), "Helvan version 3\nError here!\n");
+    EngineProcess second;
+    second.send("position fen 8/8/8/8/8/8/8/8 x - - 0 1");
+    EXPECT_EQ(second.exitStatus(), 1);
+    EXPECT_EQ(second.errors(), "Helvan version 3\nError in ctm for fen \"8/8/8/8/8/8/8/8 x - -\"");
+}
+
+TEST(Dialogue, CommandLineFaultsShowTheUsage) {
+    EngineProcess engine({"-help"});
+    EXPECT_EQ(engine.exitStatus(), 255);
+    const std::string usage = std::string("\nusage: ") + HELVAN_BINARY +
+                              " {options} \n\n  -log FILE      log file name\n"
+                              "  -help          display this help message\n\n";
+    EXPECT_EQ(engine.errors(), "Error. option -help not found.\n" + usage);
+}
+
+TEST(Dialogue, LogHoldsEveryLineWhole) {
+    const std::string name = ::testing::TempDir() + "helvan_log_test_" + std::to_string(getpid()) + ".txt";
+    const std::string longLine = "isready " + std::string(8182, '%'); // as long as a line may be
+    for (int run = 0; run < 2; ++run) {
+        EngineProcess engine({"-log", name});
+        engine.send(longLine);
+        EXPECT_FALSE(engine.readUntil("readyok").empty());
+        engine.send("go depth 1");
+        EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+        engine.send("quit");
+        EXPECT_EQ(engine.exitStatus(), 0);
+    }
+    std::ifstream file(name);
+    const std::string log((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::remove(name.c_str());
+    const std::string head = "uci -> " + longLine + "\ncmd = isready\nuci -> go depth 1\ncmd = go\n";
+    ASSERT_EQ(log.rfind(head, 0), 0u);
+    EXPECT_NE(log.find(head, 1), std::string::npos); // the second run's text follows the first's
+    EXPECT_NE(log.find("\nbestmove "), std::string::npos);
+}
+
+} // namespace helvan::testing

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "board/attacks.h"
+#include "eval/tables.h"
+
+int main(int argc, char** argv) {
+    helvan::initSlidingAttacks();
+    helvan::initEvalTables();
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
