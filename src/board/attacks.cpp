@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "board/attacks.h"
 
+#include <cassert>
+
 namespace helvan {
 
 namespace {
@@ -174,6 +176,7 @@ void initSlidingAttacks() {
         bishopMagic[square].offset = offset;
         offset += fillBlock(square, bishopSteps, bishopMask[square], bishopShift, bishopMagic[square]);
     }
+    assert(offset + (1u << (64 - rookShift)) == slidingAttacksSize);
 }
 
 Bitboard attackMap(const Position& position, Colour colour) {

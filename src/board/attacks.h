@@ -101,8 +101,9 @@ inline Bitboard checkersOf(const Position& position, Colour colour) {
 // 1 if the colour's king is attacked, else 0.
 inline int inCheck(const Position& position, Colour colour) { return checkersOf(position, colour) != 0 ? 1 : 0; }
 
-// The squares of the colour whose moves may leave its king attacked: its king's, those of pinned pieces, and
-// all of them while it is in check. A move from any other square, en passant apart, needs no test.
+// Squares from which a move of the colour may leave its king attacked: the king's, the only piece on a line
+// between it and an enemy slider (whosever), and all squares while it is in check or there is not just one
+// king. A move from any other square, en passant apart, needs no test.
 Bitboard exposedSquares(const Position& position, Colour colour);
 
 } // namespace helvan

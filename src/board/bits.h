@@ -37,11 +37,11 @@ constexpr int manhattanDistance(Square a, Square b) {
     return absolute(fileOf(a) - fileOf(b)) + absolute(rankOf(a) - rankOf(b));
 }
 
-// The integer whose square is nearest to n, the larger one on a tie; 0 for n below 1.
+// The integer whose square is nearest to n; 0 for n below 1.
 constexpr int roundedSquareRoot(int n) {
     std::int64_t root = 0;
-    // The squares of k - 1 and k are equally far from k x k - k + 1/2, which no integer hits: k is the
-    // answer exactly when n > k x (k - 1).
+    // The root of n is nearer to k than to k - 1 from (k - 1/2) squared = k x (k - 1) + 1/4 on, which no integer
+    // hits: the answer is the largest k with n > k x (k - 1).
     for (std::int64_t step = std::int64_t{1} << 15; step != 0; step /= 2) {
         const std::int64_t candidate = root + step;
         if (n > candidate * (candidate - 1)) root = candidate;

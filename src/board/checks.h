@@ -8,7 +8,8 @@
 namespace helvan {
 
 // Whether the pseudo-legal move of the side to move attacks the enemy king, directly or by uncovering a line.
-// The null move and boards without an enemy king: false.
+// A king that steps beside the enemy king, which no legal move does, gives none. The null move and boards
+// without an enemy king: false.
 bool givesCheck(const Position& position, Move move);
 
 } // namespace helvan

@@ -59,12 +59,13 @@ template <typename LetterOf> void printGrid(LetterOf letterOf) {
         if (counter % 8 == 0) std::printf("\n");
         std::printf(" %c", letterOf(mirrored(counter)));
     }
-    std::printf("\n\n");
+    std::printf("\n");
 }
 
 void printPosition(const Position& position, MoveStyle style) {
     printHeader(position, style);
     printGrid([&](Square square) { return pieceLetterAt(position, square); });
+    std::printf("\n");
 }
 
 } // namespace

@@ -141,7 +141,6 @@ int makeMove(const Position& parent, Position& child, Move move) {
     case enPassant: removePiece(child, enemy, pawn, enPassantVictim(move)); break;
     case doublePush: noteDoublePush(child, enemy, from, to); break;
     default:
-        // Before the mover changes its type, so that a victim is looked for among the enemy's pieces alone.
         if ((child.of(enemy, allPieces) & bit(to)) != 0) takeVictim(child, enemy, to);
         if (kind != ordinaryMove) {
             removePiece(child, mover, pawn, to);

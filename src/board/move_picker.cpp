@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "board/move_picker.h"
 
-#include <limits>
 #include <utility>
 
 #include "board/attacks.h"
@@ -226,7 +225,8 @@ Move nextMove(MovePicker& picker) {
             const Move move = takeFromBatch(picker);
             // Batches share no moves with one another, so the moves handed out ahead of theirs are all there
             // is to skip.
-            if (move == picker.early[0] || move == picker.early[1] || move == picker.early[2]) continue;
+            if (move == picker.aheadOfBatch[0] || move == picker.aheadOfBatch[1] || move == picker.aheadOfBatch[2])
+                continue;
             if (isHeldBack(picker, move)) continue;
             return handOut(picker, move);
         }
@@ -234,21 +234,21 @@ Move nextMove(MovePicker& picker) {
         picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
         picker.batchCount = 0;
         picker.batchNext = 0;
-        const auto offerAhead = [&](Move& move, Move& early) {
+        const auto offerAhead = [&](Move& move, Move& slot) {
             if (!singleMoveAccepted(picker, move)) return false;
-            early = move;
+            slot = move;
             return true;
         };
         switch (picker.stage) {
         case hashMove:
-            if (offerAhead(picker.hashMove, picker.early[0])) return handOut(picker, picker.hashMove);
+            if (offerAhead(picker.hashMove, picker.aheadOfBatch[0])) return handOut(picker, picker.hashMove);
             break;
         case captures: generateCaptures(picker); break;
         case firstKiller:
-            if (offerAhead(picker.killers[0], picker.early[1])) return handOut(picker, picker.killers[0]);
+            if (offerAhead(picker.killers[0], picker.aheadOfBatch[1])) return handOut(picker, picker.killers[0]);
             break;
         case secondKiller:
-            if (offerAhead(picker.killers[1], picker.early[2])) return handOut(picker, picker.killers[1]);
+            if (offerAhead(picker.killers[1], picker.aheadOfBatch[2])) return handOut(picker, picker.killers[1]);
             break;
         case quietMoves: generateQuiets(picker); break;
         case evasions: generateEvasions(picker); break;

@@ -13,7 +13,7 @@ namespace helvan {
 
 // Which moves a picker yields.
 enum class PickerKind : int {
-    everyMove = 0,              // every pseudo-legal move exactly once
+    everyMove = 0,              // every pseudo-legal move exactly once, maxMoves of a stage at most
     capturesAndChecks = 1,      // captures, queen promotions, quiet checks; the losing ones last
     soundCapturesAndChecks = 2, // the same without the losing ones
     soundCaptures = 3,          // captures and queen promotions without the losing ones
@@ -58,7 +58,7 @@ struct MovePicker {
     int batchNext = 0;
     Move hashMove;
     Move killers[2];
-    Move early[3] = {}; // of hash move and killers, those handed out: batches skip them
+    Move aheadOfBatch[3] = {}; // hash move and killers, once handed out: batches skip them
     const std::int32_t* history;
     ScoredMove* batch = storage; // the current batch: the storage, or the deferred moves
     int deferredCount = 0;

@@ -5,6 +5,7 @@
 // the routine that made them (or in the game history) and a parent outlives its children.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "board/bits.h"
@@ -38,10 +39,10 @@ struct alignas(64) Position {
     std::uint16_t movedPiece;    // type of the piece that made lastMove (a pawn when promoting), 0 for none
     std::uint16_t capturedPiece; // type that lastMove captured on its to-square: 0 for en passant, deliberately
     std::int16_t ply;            // counts moves; its parity is the side to move
-    std::uint16_t inCheck;       // 1 when the side to move is in check; a child holds its parent's value until
+    std::uint16_t inCheck;       // 1 when the side to move is in check; after a move the parent's value, until
                                  // whoever made the move stores the true one
     std::uint16_t phase;         // sum of phaseWeights: 96 with all pieces, 0 with pawns and kings alone
-    std::uint16_t fifty;         // moves since the last capture, pawn move or castling
+    std::uint16_t fifty;         // plies since the last capture, pawn move or castling
     // The search's own bytes: cleared by setup, inherited by children.
     std::uint8_t pvPly;          // ply of the nearest principal-variation node
     std::uint8_t extensionCarry; // quarter-plies of extension not yet used
@@ -57,6 +58,9 @@ struct alignas(64) Position {
 };
 
 static_assert(sizeof(Position) == 192, "a position fills three cache lines");
+static_assert(offsetof(Position, touched) == 112 && offsetof(Position, key) == 128 && offsetof(Position, prev) == 160 &&
+              offsetof(Position, lastMove) == 168 && offsetof(Position, ply) == 180 &&
+              offsetof(Position, pvPly) == 188);
 
 // The type of the colour's piece on the square, phantom if it has none there.
 inline PieceType pieceTypeAt(const Position& position, Colour colour, Square square) {

@@ -19,7 +19,7 @@ const char* unplayableReason(const Position& position) {
 }
 
 void dropUnfoundedCastlingRights(Position& position) {
-    // A touched square withdraws every right that needs it, so it is enough to touch each empty home square.
+    // A touched square withdraws every right that needs it, so each home square without its piece is touched.
     const Bitboard kingHomes[2] = {bit(e1), bit(e8)};
     const Bitboard rookHomes[2] = {bit(a1) | bit(h1), bit(a8) | bit(h8)};
     for (Colour colour : {white, black}) {

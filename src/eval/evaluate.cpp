@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "eval/evaluate.h"
 
+#include <algorithm>
+
 #include "board/bits.h"
 
 namespace helvan {
@@ -10,7 +12,8 @@ int evaluate(const Position& position) {
     const int phase = minimum(position.phase, fullPhase);
     const std::int64_t blended = std::int64_t{fullPhase - phase} * position.pstScore.endgame() +
                                  std::int64_t{phase} * position.pstScore.opening();
-    const int score = static_cast<int>(blended / (fullPhase * thousandthsPerCentipawn));
+    const auto score = static_cast<int>(std::clamp<std::int64_t>(blended / (fullPhase * thousandthsPerCentipawn),
+                                                                 -largestEvaluation, largestEvaluation));
     return position.sideToMove() == white ? score : -score;
 }
 

@@ -5,7 +5,8 @@
 
 namespace helvan {
 
-inline constexpr int textArgumentCapacity = 4096; // of a text argument, its terminator included
+// Of a text argument, its terminator included; longer ones are cut.
+inline constexpr int textArgumentCapacity = 4096;
 
 enum class ArgumentKind : int {
     ignored = 0, // a switch that sets nothing

@@ -39,6 +39,7 @@ constexpr int usageError = -1;
     initSlidingAttacks();
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stdin, nullptr, _IONBF, 0);
+    std::fflush(nullptr);
 
     CommandLineSettings settings;
     if (!readCommandLine(argumentCount, arguments, settings)) {

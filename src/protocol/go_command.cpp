@@ -36,7 +36,7 @@ double allotment(const GoParameters& go, Colour mover) {
 
 void answerUnplayable(const char* reason) {
     std::printf("info string cannot search this position: %s\n", reason);
-    waitWhilePondering();
+    if (searchState.pondering != 0) waitWhilePondering();
     const Move noLine[1] = {nullMove};
     printBestMove(0, noLine);
 }
@@ -78,8 +78,8 @@ GoParameters readGoParameters(const Words& words) {
 }
 
 void goCommand(const Words& words) {
-    if (!SearchScope::mayNest()) {
-        std::printf("info string go ignored: %d searches are running\n", SearchScope::maxNested);
+    if (!SearchScope::mayBegin()) {
+        std::printf("info string go ignored: %d searches are running\n", SearchScope::maxNested + 1);
         return;
     }
     const SearchScope scope;

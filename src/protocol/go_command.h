@@ -29,8 +29,8 @@ struct GoParameters {
 GoParameters readGoParameters(const Words& words);
 
 // Searches the current position of the game and answers with "bestmove". A position that cannot be played from
-// is named in an "info string" and answered with "bestmove ZZZZ". In the middle of two searches already: one
-// "info string", nothing else.
+// is named in an "info string" and answered with "bestmove ZZZZ". In the middle of a search inside a search inside
+// a search: one "info string", nothing else.
 void goCommand(const Words& words);
 
 } // namespace helvan

@@ -50,7 +50,9 @@ void positionCommand(const Words& words) {
     if (words.is(1, "startpos")) {
         resetGame();
     } else if (words.is(1, "fen")) {
-        if (words.count < firstFenWord + fenFields) {
+        int fields = 0;
+        while (fields < fenFields && next + fields < words.count && !words.is(next + fields, "moves")) ++fields;
+        if (fields < fenFields) {
             std::printf("info string position ignored: a FEN needs placement, side to move, castling and en passant\n");
             return;
         }

@@ -25,19 +25,34 @@ void printIdentification() {
     std::fflush(stdout);
 }
 
+void printReady() {
+    std::printf("readyok\n");
+    std::fflush(stdout);
+}
+
+struct Command {
+    const char* word;
+    std::uint32_t hash;
+    void (*run)(const Words&);
+};
+
+constexpr Command command(const char* word, void (*run)(const Words&)) { return {word, commandHash(word), run}; }
+
+constexpr Command commands[] = {
+    command("uci", [](const Words&) { printIdentification(); }),
+    command("isready", [](const Words&) { printReady(); }),
+    command("quit", [](const Words&) { endProcess(0); }),
+    command("stop", [](const Words&) { stopAllSearches(); }),
+    command("ponderhit", [](const Words&) { searchState.pondering = 0; }),
+    command("position", positionCommand),
+    command("go", goCommand),
+};
+
 void dispatch(const Words& words) {
-    switch (commandHash(words[0])) {
-    case commandHash("uci"): printIdentification(); break;
-    case commandHash("isready"):
-        std::printf("readyok\n");
-        std::fflush(stdout);
-        break;
-    case commandHash("quit"): endProcess(0);
-    case commandHash("stop"): stopAllSearches(); break;
-    case commandHash("ponderhit"): searchState.pondering = 0; break;
-    case commandHash("position"): positionCommand(words); break;
-    case commandHash("go"): goCommand(words); break;
-    default: break;
+    const std::uint32_t hash = commandHash(words[0]);
+    for (const Command& candidate : commands) {
+        // Other words have the same hash; only the command itself is meant.
+        if (candidate.hash == hash && words.is(0, candidate.word)) return candidate.run(words);
     }
 }
 

@@ -7,8 +7,8 @@
 
 namespace helvan {
 
-// Whether the position, just reached by a move, counts as drawn: after more than 99 moves without capture or
-// pawn move, or when it stood on the board 4, 6, ... plies ago since the last such move.
+// Whether the position, just reached by a move, counts as drawn: after more than 99 plies without capture,
+// pawn move or castling, or when it stood on the board 4, 6, ... plies ago since the last such move.
 bool drawnByRule(const Position& position);
 
 } // namespace helvan

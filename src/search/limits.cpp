@@ -43,7 +43,7 @@ void setDeadlines(double allotted) {
         searchState.hardDeadline = std::numeric_limits<double>::infinity();
         searchState.softDeadline = searchState.hardDeadline;
     } else {
-        searchState.hardDeadline = start + searchState.hardLimitPercent / 100.0 * allotted;
+        searchState.hardDeadline = start + hardLimitPercent / 100.0 * allotted;
         searchState.softDeadline = start + softLimitPercent / 100.0 * allotted;
     }
 }
@@ -89,6 +89,6 @@ SearchScope::~SearchScope() {
     if (allStopped) nodeCounter.stopSearch = 1;
 }
 
-bool SearchScope::mayNest() { return runningSearches < maxNested; }
+bool SearchScope::mayBegin() { return runningSearches <= maxNested; }
 
 } // namespace helvan

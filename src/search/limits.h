@@ -21,7 +21,6 @@ struct SearchState {
     double hardDeadline = 0.0;    // the search is broken off when it is passed
     double softDeadline = 0.0;    // no iteration starts after it
     double fixedMoveTime = 0.0;   // seconds of "go movetime", else 0
-    int hardLimitPercent = 500;   // the hard deadline as a share of the allotment
     int timeUp = 0;               // 1 once an iteration ended after the soft deadline
     int pondering = 0;            // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
     int firstIteration = 0;       // 1 while depth 1 is searched, which is not interrupted
@@ -29,11 +28,17 @@ struct SearchState {
 
 inline SearchState searchState;
 
+// The hard deadline as a share of the allotment. Keeps its value from search to search.
+inline int hardLimitPercent = 500;
+
 // Handles one waiting command; null where nobody listens (batch modes, tests).
 inline void (*pollInput)() = nullptr;
 
-// Seconds on a clock that never steps back; whole ones only if asked for.
-double now(int wholeSeconds = 0);
+// 1 lets the clock tick in whole seconds. Nothing sets it.
+inline int wholeSecondClock = 0;
+
+// Seconds on a clock that never steps back, cut to whole ones if asked for.
+double now(int wholeSeconds = wholeSecondClock);
 
 // Sets both deadlines from the start time and the allotment in seconds.
 void setDeadlines(double allotted);
@@ -60,8 +65,8 @@ public:
     SearchScope(const SearchScope&) = delete;
     SearchScope& operator=(const SearchScope&) = delete;
 
-    static constexpr int maxNested = 2; // searches inside one another, the outermost included
-    static bool mayNest();              // whether one more may begin
+    static constexpr int maxNested = 2; // searches inside the outermost one
+    static bool mayBegin();             // whether one more may begin
 
 private:
     SearchState outerState;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
+#include <limits>
 
 #include "board/bits.h"
 #include "board/move_text.h"
@@ -15,7 +16,10 @@ namespace helvan {
 
 namespace {
 
-constexpr int mateBorder = 31800; // scores beyond it are mates
+// Whole milliseconds; a search of 25 days stays at the largest number.
+int milliseconds(double seconds) {
+    return static_cast<int>(std::min(seconds * 1000, static_cast<double>(std::numeric_limits<int>::max())));
+}
 
 std::string moveText(Move move) {
     char text[moveTextSize];
@@ -46,7 +50,7 @@ void printIterationStart(int depth) { std::printf("info depth %d\n", depth); }
 void printIteration(int depth, double elapsed, std::uint64_t nodes, int score, const Move* pv) {
     elapsed = std::max(elapsed, shortestSeconds);
     std::printf("info depth %d ", depth);
-    std::printf("time %d ", static_cast<int>(elapsed * 1000));
+    std::printf("time %d ", milliseconds(elapsed));
     std::printf("nodes %" PRIu64 " ", nodes);
     std::printf("score %s ", scoreText(score).c_str());
     std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodes) / elapsed));

@@ -16,6 +16,8 @@ inline int hashMegabytes = 64;  // the option "Hash"
 inline constexpr int mateScore = 32000;
 inline constexpr int infiniteScore = 32001;
 
+inline constexpr int mateBorder = 31800; // scores beyond it are mates
+
 constexpr int matedScore(int ply) { return ply - mateScore; }
 
 inline constexpr int maxPly = 250;    // the search goes no deeper than this from the root

@@ -38,23 +38,24 @@ std::vector<Move> legalRootMoves(const Position& root, const std::string& search
     return legal;
 }
 
-// Searches the moves in order and puts the best one first; line keeps what it was when the search is stopped
-// before any move is finished.
+// Searches the moves in order and puts the best one first. When the search is stopped, line keeps what it was.
 int searchRoot(const Position& root, std::vector<Move>& moves, int depth, Move* line) {
     int best = -infiniteScore;
     Position child;
+    Move bestLine[pvCapacity];
     for (std::size_t i = 0; i < moves.size(); ++i) {
         Move childLine[pvCapacity];
         makeMove(root, child, moves[i]);
         child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
         const int score = -searchNode(child, -infiniteScore, -best, depth - 1, 1, childLine);
-        if (nodeCounter.stopSearch != 0) break;
+        if (nodeCounter.stopSearch != 0) return 0;
         if (score <= best) continue;
         best = score;
-        joinPv(line, moves[i], childLine);
+        joinPv(bestLine, moves[i], childLine);
         std::rotate(moves.begin(), moves.begin() + static_cast<std::ptrdiff_t>(i),
                     moves.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
+    std::copy(std::begin(bestLine), std::end(bestLine), line);
     return best;
 }
 
@@ -64,6 +65,7 @@ int think(const Position& gamePosition, double allotted, int depthLimit, std::st
     if (depthLimit < 1 || depthLimit > maxDepth) depthLimit = maxDepth;
     Position root = gamePosition;
     refreshPieceSums(root);
+    nodeCounter.stopSearch = 0;
     searchState.timeUp = 0;
     searchState.firstIteration = 1;
     searchState.searchStartTime = now();
@@ -86,7 +88,7 @@ int think(const Position& gamePosition, double allotted, int depthLimit, std::st
         printIteration(depth, finished - searchState.searchStartTime, nodeCounter.count, score, line);
         if (finished > searchState.softDeadline) searchState.timeUp = 1;
         if (searchState.timeUp != 0 && searchState.pondering == 0) break;
-        if (depth >= depthLimit || absolute(score) >= mateScore - maxPly) break;
+        if (depth >= depthLimit || absolute(score) >= mateBorder) break;
     }
     if (depthLimit == maxDepth || searchState.pondering != 0) waitWhilePondering();
     printBestMove(nodeCounter.count, line);

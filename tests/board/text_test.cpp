@@ -63,7 +63,7 @@ TEST(Display, BoardWithHeader) {
     printBits(bit(a8) | bit(h1));
     EXPECT_EQ(::testing::internal::GetCapturedStdout(),
               "\nBITS\n # - - - - - - -\n - - - - - - - -\n - - - - - - - -\n - - - - - - - -"
-              "\n - - - - - - - -\n - - - - - - - -\n - - - - - - - -\n - - - - - - - #\n\n");
+              "\n - - - - - - - -\n - - - - - - - -\n - - - - - - - -\n - - - - - - - #\n");
 }
 
 } // namespace helvan::testing

@@ -77,7 +77,7 @@ static_assert(commandHash("setoption") == 0x687891EA);
 static_assert(commandHash("go") == 0x005977FB);
 
 TEST(Commands, UnknownOnesAndBlanksGetNoAnswer) {
-    for (const char* line : {"", "\n", "  \t ", "UCI", "ucinewgame", "debug on", "register later", "\r\nuci"}) {
+    for (const char* line : {"", "\n", "  \t ", "UCI", "udH", "ucinewgame", "debug on", "register later", "\r\nuci"}) {
         EXPECT_EQ(answerTo(line), "") << line;
     }
     EXPECT_EQ(answerTo("  isready  now\r\n"), "readyok\n");
@@ -99,6 +99,7 @@ TEST(Commands, PositionKeepsTheLastGoodState) {
     EXPECT_EQ(answerTo("position startpos moves e2e4 e2e4 e7e5"), "info string illegal move e2e4\n");
     EXPECT_EQ(gameHistory.ply, 1);
     EXPECT_EQ(answerTo("position fen 8/8/8/8/8/8/8/8 w -").substr(0, 11), "info string");
+    EXPECT_EQ(answerTo("position fen 8/8/8/8/8/8/8/8 w - moves e2e4").substr(0, 11), "info string");
     EXPECT_EQ(gameHistory.ply, 1);
     EXPECT_EQ(textOf(gameHistory.current().lastMove), "e2e4");
 }

@@ -82,10 +82,11 @@ TEST_F(Limits, DeadlinesFollowTheAllotment) {
     EXPECT_DOUBLE_EQ(searchState.hardDeadline, 102);
     EXPECT_DOUBLE_EQ(searchState.softDeadline, 102);
     searchState.fixedMoveTime = 0;
-    searchState.hardLimitPercent = 1;
+    hardLimitPercent = 1;
     setDeadlines(noTimeGoalSeconds);
     EXPECT_TRUE(std::isinf(searchState.hardDeadline));
     EXPECT_TRUE(std::isinf(searchState.softDeadline));
+    hardLimitPercent = 500;
 }
 
 TEST_F(Limits, AnInnerSearchLeavesTheOuterOneAsItWas) {
@@ -94,9 +95,10 @@ TEST_F(Limits, AnInnerSearchLeavesTheOuterOneAsItWas) {
     nodeCounter.limit = 70;
     searchState.fixedMoveTime = 3;
     {
-        ASSERT_TRUE(SearchScope::mayNest());
         const SearchScope inner;
-        EXPECT_FALSE(SearchScope::mayNest());
+        ASSERT_TRUE(SearchScope::mayBegin());
+        const SearchScope innermost;
+        EXPECT_FALSE(SearchScope::mayBegin());
         EXPECT_EQ(nodeCounter.limit, NodeCounter::unlimited);
         searchState.fixedMoveTime = 0;
         nodeCounter.stopSearch = 1; // by its own limit
