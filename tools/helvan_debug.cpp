@@ -14,10 +14,12 @@
 #include "board/move_picker.h"
 #include "board/move_text.h"
 #include "board/perft.h"
+#include "board/piece_square.h"
 #include "board/validity.h"
-#include "eval/tables.h"
 #include "protocol/number_text.h"
 #include "search/limits.h"
+#include "search/rebuild.h"
+#include "tools/debug_tools.h"
 
 namespace helvan {
 
@@ -88,6 +90,19 @@ int showExchange(const Arguments& arguments) {
     return 0;
 }
 
+int showEvaluationOf(const Arguments& arguments) {
+    Position position = positionFrom(arguments[0]);
+    if (unplayableReason(position) != nullptr) return 1;
+    refreshPieceSums(position);
+    showEvaluation(position);
+    return 0;
+}
+
+int benchEval(const Arguments&) {
+    benchEvaluation();
+    return 0;
+}
+
 int benchPerft(const Arguments& arguments) {
     const int depth = arguments.count > 0 ? intFromText(arguments[0]) : 6;
     const Position position = positionFrom(startFen);
@@ -113,7 +128,9 @@ constexpr Tool tools[] = {
     {"divide", "FEN DEPTH", "the same for each first move", 2, 2, showDivide},
     {"board", "FEN", "the position and its keys", 1, 1, showBoard},
     {"see", "FEN MOVE", "the move's static exchange value in centipawns", 2, 2, showExchange},
+    {"eval", "FEN", "the evaluation, term by term", 1, 1, showEvaluationOf},
     {"bench-perft", "[DEPTH]", "the speed of move generation and make-move", 0, 1, benchPerft},
+    {"bench-eval", "", "the speed of the evaluation", 0, 0, benchEval},
 };
 
 int printUsage(const char* programPath) {
@@ -124,7 +141,7 @@ int printUsage(const char* programPath) {
 
 int runTool(int argumentCount, char** arguments) {
     initSlidingAttacks();
-    initEvalTables();
+    rebuildTables();
     if (argumentCount < 2) return printUsage(arguments[0]);
     const Arguments rest{argumentCount - 2, arguments + 2};
     for (const Tool& tool : tools) {

@@ -3,18 +3,40 @@
 // The static evaluation: what a quiet position is worth without search.
 #pragma once
 
+#include <vector>
+
+#include "board/packed_score.h"
 #include "board/position.h"
 
 namespace helvan {
 
-// The full-board phase: at it the opening values count alone, at 0 the endgame values.
-inline constexpr int fullPhase = 96;
-
 // Evaluations stay within this, well clear of the mate scores.
 inline constexpr int largestEvaluation = 31000;
 
-// Centipawns from the side to move's point of view: the material and piece-square sum of the position, whose
-// pstScore and phase must be up to date, blended by the phase.
+// Centipawns from the side to move's point of view. The position has one king of each colour, its pstScore and phase
+// are up to date, and the tables are built. Draws by repetition or by the fifty-move rule are not seen.
 int evaluate(const Position& position);
+
+// How an evaluation comes about, for people who look into it.
+struct EvalExplanation {
+    struct Term {
+        const char* name;
+        PackedScore white; // what the term credits to each side
+        PackedScore black;
+    };
+
+    bool special = false;     // a known ending was judged as a whole: only score is set
+    std::vector<Term> terms;  // in the order of their computation
+    int phase = 0;            // 0..96
+    std::int64_t blended = 0; // thousandths of a pawn x 96, white's view
+    int bishopScale = 1000;   // per mille, for bishops of opposite colours
+    int materialScale = 1000; // per mille, for scarce material and known endings
+    std::int64_t scaled = 0;  // thousandths of a pawn x 96, white's view
+    int tempo = 0;            // thousandths of a pawn, for the side to move
+    int score = 0;            // centipawns, the side to move's view
+};
+
+// Evaluates without the cache. The same demands on the position as evaluate.
+EvalExplanation explainEvaluation(const Position& position);
 
 } // namespace helvan

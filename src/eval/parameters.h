@@ -1,28 +1,122 @@
 // SPDX-License-Identifier: MIT
 //
-// What the evaluation knows, as data. Values are in thousandths of a pawn, as (opening, endgame) pairs.
+// What the evaluation knows, as data: (opening, endgame) pairs in thousandths of a pawn, from the view of the side
+// that they are credited to. Nothing here is read by the evaluation itself but through the tables that eval/tables
+// builds, and a few pairs directly; whoever changes a value calls initEvalTables.
 #pragma once
 
 #include <array>
+#include <span>
 
 #include "board/packed_score.h"
 
 namespace helvan {
 
-// The option "King Safety Aggressiveness".
+using SquareValues = std::array<PackedScore, 64>; // as printed: a8 first, h1 last, for a white piece
+using RankValues = std::array<PackedScore, 8>;    // by relative rank: 0 is the side's own first rank
+
+struct EvalParameters {
+    std::array<PackedScore, 8> material; // by piece type
+    std::array<SquareValues, 7> squares; // by piece type, without material; slot 0 is unused
+
+    PackedScore kingSideRight; // castling right kept
+    PackedScore queenSideRight;
+    PackedScore trappedRook;        // a rook locked in beside its uncastled king
+    PackedScore knightInBishopsAim; // a bishop aims at the enemy king through enemy knights only
+    PackedScore bishopFacingPawn;   // an enemy pawn three ranks ahead on the bishop's file
+    PackedScore bishopPair;
+    PackedScore rooksOnLine;   // another own rook on the rook's rank or file
+    PackedScore rookOnSeventh; // while the enemy king is on its first rank
+    PackedScore rookOpenFile;
+    PackedScore rookHalfOpenWeak; // the enemy's pawns on the file have no pawn to defend them
+    PackedScore rookHalfOpen;
+    PackedScore secondRook; // two rooks or more
+    PackedScore rookAndQueen;
+    PackedScore bishopBeforeKing;
+    PackedScore pieceLead;       // two pieces more than the enemy, or more still
+    PackedScore kingAtPromotion; // the king beside a passed pawn's promotion square
+    PackedScore rookBehindPassed;
+    PackedScore tempo;      // for the side to move
+    PackedScore pawnIsland; // for each group of files with pawns but the first
+    PackedScore manyPassed; // two passed pawns or more
+
+    // Each of these is a step or a peak; a table multiplies it by a fixed shape.
+    PackedScore knightKingDistance;     // a king's step nearer to the own king
+    PackedScore knightPawns;            // a knight, for each own pawn above five
+    PackedScore rookPawns;              // a rook, for each own pawn above five
+    PackedScore bishopOwnColourPawns;   // for each own pawn on its colour above three
+    PackedScore bishopOtherColourPawns; // for each own pawn on the other colour
+    PackedScore threat;                 // the first of several enemy pieces under threat
+    PackedScore knightBlockade;         // a knight before an enemy pawn, out of reach of any other
+    PackedScore outpost;                // a knight, bishop or rook out of reach of enemy pawns
+    PackedScore blockedPawn;            // an enemy pawn with any piece before it
+    PackedScore blockedCentrePawn;      // an enemy centre pawn at home with any piece before it
+    PackedScore pieceBehindPawn;        // a knight or bishop behind an own pawn
+    PackedScore passedBase;             // the following: a passed pawn on its seventh rank
+    PackedScore passedSupport;          // with an own pawn beside or behind it
+    PackedScore passedFreeSafe;         // whose path is not attacked and wholly defended
+    PackedScore passedFree;             // whose path is not attacked
+    PackedScore passedAttackedDefended; // whose path is defended wherever it is attacked
+    PackedScore passedAttacked;
+    PackedScore passedUnblocked; // without an own piece on its path
+    PackedScore candidate;       // a pawn that its neighbours can help to pass, on its sixth rank
+
+    PackedScore doubledPawn;
+    PackedScore isolatedPawn;
+    PackedScore isolatedHalfOpen; // on a file without enemy pawns
+    PackedScore backwardPawn;
+    PackedScore backwardHalfOpen;
+    PackedScore passedOwnKing;   // for each step of the own king from the square before a passed pawn
+    PackedScore passedEnemyKing; // the same for the enemy king
+    RankValues connectedPawn;    // defended by a pawn
+    RankValues phalanxPawn;      // with a pawn beside it
+    RankValues shelter;          // an own pawn before the own king
+    RankValues storm;            // an own pawn before the enemy king
+};
+
+extern EvalParameters evalParameters;
+
+// The parameters by name, for programs that list or change them. Values in a row lie behind one another.
+struct ParameterRow {
+    const char* name;
+    PackedScore* values;
+    int count;
+    bool fixed; // not to be tuned: known, not estimated
+};
+
+std::span<const ParameterRow> parameterRows();
+
+// The option "King Safety Aggressiveness": what the king-safety curve is multiplied by.
 inline int kingSafetyAggressiveness = 6;
 
-// By piece type.
-inline std::array<PackedScore, 8> materialValues = {PackedScore{},      packed(600, 800),   packed(2800, 3100),
-                                                    packed(2880, 3200), packed(4100, 5100), packed(8000, 9600),
-                                                    PackedScore{},      PackedScore{}};
+// Attack units against the enemy king.
+inline constexpr int knightZoneUnits = 4;  // a knight attacks a square of the king's zone
+inline constexpr int knightCheckUnits = 4; // a square from which a knight could give check
+inline constexpr int bishopZoneUnits = 2;
+inline constexpr int bishopCheckUnits = 3;
+inline constexpr int rookZoneUnits = 3;
+inline constexpr int rookCheckUnits = 3;
+inline constexpr int queenZoneUnits = 2;
+inline constexpr int queenDistantCheckUnits = 3;
+inline constexpr int queenContactCheckUnits = 10; // beside the king, where the queen is safe
+inline constexpr int queenLostContactCheckUnits = 1;
+inline constexpr int mostQueenCheckUnits = queenContactCheckUnits * 2 + queenContactCheckUnits / 2;
 
-// What a step towards the centre is worth to a piece, by type: counted along ranks and files from the edge, 0
-// to 3 each. The king's opening value is negative: it keeps away from the centre until the endgame.
-inline std::array<PackedScore, 8> centralStepValues = {PackedScore{}, packed(25, 10), packed(60, 50),  packed(40, 30),
-                                                       packed(15, 0), packed(10, 30), packed(-80, 70), PackedScore{}};
+// What the units are worth, in thousandths of a pawn before the aggressiveness; flat beyond the end.
+extern const std::array<int, 128> kingSafetyCurve;
 
-// What each rank that a pawn has advanced is worth.
-inline PackedScore pawnAdvanceValue = packed(15, 60);
+// Units for the square that the attacked king stands on: a1 first, for a white king.
+extern const std::array<int, 64> kingExposureUnits;
+
+// By the number of safe squares.
+extern const std::array<PackedScore, 16> knightMobility;
+extern const std::array<PackedScore, 16> bishopMobility;
+extern const std::array<PackedScore, 16> rookMobility;
+extern const std::array<PackedScore, 32> queenMobility;
+
+// By a passed pawn's relative rank - 2 and a king's distance 0..8 from the square before the pawn; thousandths of
+// a pawn in the endgame.
+extern const int passedOwnKingDistance[6][9];
+extern const int passedEnemyKingDistance[6][9];
 
 } // namespace helvan

@@ -2,34 +2,142 @@
 #include "eval/tables.h"
 
 #include "board/bits.h"
-#include "board/piece_square.h"
+#include "eval/endings.h"
 #include "eval/parameters.h"
+#include "eval/pawn_table.h"
+#include "eval/scaling.h"
 
 namespace helvan {
 
+EvalTables evalTables;
+
 namespace {
 
-// 0 on the edge files or ranks to 3 on the central ones.
-int stepsFromEdge(int line) { return minimum(line, 7 - line); }
+PackedScore squareValue(PieceType type, Square square) {
+    if (type == allPieces || type == phantom) return {};
+    return evalParameters.material[type] + evalParameters.squares[type][mirrored(square)];
+}
 
-PackedScore whiteValue(PieceType type, Square square) {
-    const int centralSteps = stepsFromEdge(fileOf(square)) + stepsFromEdge(rankOf(square));
-    PackedScore value = materialValues[type] + centralStepValues[type] * centralSteps;
-    if (type == pawn) value += pawnAdvanceValue * rankOf(square);
-    return value;
+void fillPieceSquares() {
+    for (PieceType type = allPieces; type <= phantom; ++type) {
+        for (Square square = 0; square < 64; ++square) {
+            const PackedScore value = squareValue(type, square);
+            pieceSquareTable[pieceIndex(white, type, square)] = value;
+            pieceSquareTable[pieceIndex(black, type, mirrored(square))] = -value;
+        }
+    }
+}
+
+void fillKingSafety() {
+    for (int units = 0; units < 128; ++units) {
+        // The option may be out of its range: the product is taken in 64 bits and cut to the lane.
+        evalTables.kingSafetyTable.entries[units] =
+            packed(std::int64_t{kingSafetyCurve[units]} * kingSafetyAggressiveness, 0);
+    }
+}
+
+void fillPawnIslands() {
+    for (unsigned files = 0; files < 256; ++files) {
+        const int islands = popCount(files & ~(files << 1)); // each begins at a file without one to its left
+        evalTables.pawnIslandTable[files] = evalParameters.pawnIsland * maximum(islands - 1, 0);
+    }
+}
+
+// The pair's blend by the phase, times 96.
+int blend(PackedScore score, int phase) { return (fullPhase - phase) * score.endgame() + phase * score.opening(); }
+
+void fillByPhase() {
+    constexpr int thousandthsPerCentipawn = 10;
+    for (int phase = 0; phase <= fullPhase; ++phase) {
+        evalTables.tempoByPhase[phase] =
+            static_cast<int>(roundedQuotient(blend(evalParameters.tempo, phase), fullPhase));
+        for (PieceType type = pawn; type <= queen; ++type) {
+            evalTables.phasePieceValue[phase][type] =
+                blend(evalParameters.material[type], phase) / (fullPhase * thousandthsPerCentipawn);
+        }
+    }
+    for (PieceType type = pawn; type <= queen; ++type) {
+        const PackedScore value = evalParameters.material[type];
+        evalTables.pieceValueCentipawns[type] = maximum(value.opening(), value.endgame()) / thousandthsPerCentipawn;
+    }
+}
+
+// value x (count - reference).
+PackedTable9 linear(PackedScore value, int reference) {
+    PackedTable9 table;
+    for (int count = 0; count < 9; ++count) table.entries[count] = value * (count - reference);
+    return table;
+}
+
+// The second threat weighs more than the first, since only one can be parried; in halves of the first.
+PackedTable9 convexThreats(PackedScore value) {
+    constexpr int halves[9] = {0, 2, 5, 8, 11, 14, 17, 20, 23};
+    PackedTable9 table;
+    for (int count = 0; count < 9; ++count) {
+        table.entries[count] = packed(value.opening() * halves[count] / 2, value.endgame() * halves[count] / 2);
+    }
+    return table;
+}
+
+// From the second to the seventh rank, as a share of the value on the seventh: the last steps weigh most.
+PassedTable convexRanks(PackedScore top) {
+    constexpr int twentieths[6] = {0, 1, 3, 7, 13, 20};
+    PassedTable table;
+    for (int rank = 0; rank < 6; ++rank) {
+        table[rank] = packed(top.opening() * twentieths[rank] / 20, top.endgame() * twentieths[rank] / 20);
+    }
+    return table;
+}
+
+void fillShapes() {
+    constexpr int usualPawns = 5; // of one side in the middle game
+    constexpr int usualPawnsOfAColour = 3;
+    constexpr int usualKingDistance = 4; // of a knight from its king
+    const EvalParameters& p = evalParameters;
+    EvalTables& t = evalTables;
+    for (int distance = 0; distance < 8; ++distance) {
+        t.knightKingDistanceTable[distance] = p.knightKingDistance * (usualKingDistance - distance);
+    }
+    t.knightPawnsTable = linear(p.knightPawns, usualPawns);
+    t.rookPawnsTable = linear(p.rookPawns, usualPawns);
+    t.bishopOwnColourPawnsTable = linear(p.bishopOwnColourPawns, usualPawnsOfAColour);
+    t.bishopOtherColourPawnsTable = linear(p.bishopOtherColourPawns, usualPawnsOfAColour);
+    t.threatTable = convexThreats(p.threat);
+    t.knightBlockadeTable = linear(p.knightBlockade, 0);
+    t.outpostTable = linear(p.outpost, 0);
+    t.blockedPawnTable = linear(p.blockedPawn, 0);
+    t.blockedCentrePawnTable = linear(p.blockedCentrePawn, 0);
+    t.pieceBehindPawnTable = linear(p.pieceBehindPawn, 0);
+    t.passedBaseTable = convexRanks(p.passedBase);
+    t.passedSupportTable = convexRanks(p.passedSupport);
+    t.passedFreeSafeTable = convexRanks(p.passedFreeSafe);
+    t.passedFreeTable = convexRanks(p.passedFree);
+    t.passedAttackedDefendedTable = convexRanks(p.passedAttackedDefended);
+    t.passedAttackedTable = convexRanks(p.passedAttacked);
+    t.passedUnblockedTable = convexRanks(p.passedUnblocked);
+    t.candidateTable = convexRanks(p.candidate);
+    for (int rank = 0; rank < 6; ++rank) {
+        for (int distance = 0; distance < 9; ++distance) {
+            t.passedOwnKingTable[rank][distance] = packed(0, passedOwnKingDistance[rank][distance]);
+            t.passedEnemyKingTable[rank][distance] = packed(0, passedEnemyKingDistance[rank][distance]);
+        }
+    }
 }
 
 } // namespace
 
 void initEvalTables() {
-    pieceSquareTable.fill(PackedScore{});
-    for (PieceType type = pawn; type <= king; ++type) {
-        for (Square square = 0; square < 64; ++square) {
-            const PackedScore value = whiteValue(type, square);
-            pieceSquareTable[pieceIndex(white, type, square)] = value;
-            pieceSquareTable[pieceIndex(black, type, mirrored(square))] = -value;
-        }
-    }
+    fillPieceSquares();
+    fillKingSafety();
+    fillPawnIslands();
+    fillByPhase();
+    fillShapes();
+    clearPawnTable();
+}
+
+void initAllEvaluation() {
+    initEndingTables();
+    initEvalTables();
 }
 
 } // namespace helvan

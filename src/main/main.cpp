@@ -8,13 +8,13 @@
 #include <thread>
 
 #include "board/attacks.h"
-#include "eval/tables.h"
 #include "main/command_line.h"
 #include "protocol/command_queue.h"
 #include "protocol/end_process.h"
 #include "protocol/log.h"
 #include "protocol/uci.h"
 #include "search/limits.h"
+#include "search/rebuild.h"
 
 namespace helvan {
 
@@ -24,7 +24,7 @@ namespace {
 constexpr int usageError = -1;
 
 [[noreturn]] void playForEver() {
-    initEvalTables();
+    rebuildTables();
     std::fprintf(stderr, "Helvan version %s\n", versionText);
     pollInput = pollCommand;
     startReader();

@@ -8,6 +8,7 @@
 
 #include "board/bits.h"
 #include "board/move_text.h"
+#include "eval/pawn_table.h"
 #include "protocol/log.h"
 #include "search/limits.h"
 #include "search/settings.h"
@@ -56,6 +57,13 @@ void printIteration(int depth, double elapsed, std::uint64_t nodes, int score, c
     std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodes) / elapsed));
     std::printf("pv %s\n", pvText(pv).c_str());
     std::fflush(stdout);
+}
+
+void logEtableStatistics() {
+    const double share =
+        static_cast<double>(etableHits) / static_cast<double>(std::max<std::uint64_t>(etableProbes, 1));
+    logWrite("\nEtable statistics: %12" PRIu64 " hits  %12" PRIu64 " probes   Rate = %8.3f percent\n", etableHits,
+             etableProbes, 100.0 * share);
 }
 
 void printBestMove(std::uint64_t nodes, const Move* pv) {

@@ -91,6 +91,7 @@ int think(const Position& gamePosition, double allotted, int depthLimit, std::st
         if (depth >= depthLimit || absolute(score) >= mateBorder) break;
     }
     if (depthLimit == maxDepth || searchState.pondering != 0) waitWhilePondering();
+    logEtableStatistics();
     printBestMove(nodeCounter.count, line);
     return score;
 }

@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "board/attacks.h"
-#include "eval/tables.h"
+#include "search/rebuild.h"
 
 int main(int argc, char** argv) {
     helvan::initSlidingAttacks();
-    helvan::initEvalTables();
+    helvan::rebuildTables();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+//
+// The terms of passed pawns: how far they are, who holds their path, where the kings and rooks stand. For the
+// evaluation alone, which inlines them.
+#pragma once
+
+#include "eval/evaluation.h"
+#include "eval/parameters.h"
+#include "eval/tables.h"
+
+namespace helvan {
+
+// All that the colour attacks, but for its king: a king is too slow, and too shy, to hold a path.
+template <Colour us> Bitboard attacksWithoutKing(const Evaluation& e) {
+    const Bitboard(&attacks)[boardsPerColour] = e.attacks[us];
+    return attacks[pawn] | attacks[knight] | attacks[bishop] | attacks[rook] | attacks[queen];
+}
+
+template <Colour us> void evaluatePassedKings(Evaluation& e, Square square, int row) {
+    constexpr Colour them = opponent(us);
+    const Square stop = square + forwardStep(us);
+    const Square promotion = relativeSquare(us, 56) + fileOf(square);
+    e.credit[us] += evalTables.passedOwnKingTable[row][kingDistance(e.kingSquare[us], stop)];
+    e.credit[us] += evalTables.passedEnemyKingTable[row][kingDistance(e.kingSquare[them], stop)];
+    if (kingDistance(e.kingSquare[us], promotion) <= 1) e.credit[us] += evalParameters.kingAtPromotion;
+    if (kingDistance(e.kingSquare[them], promotion) <= 1) e.credit[them] += evalParameters.kingAtPromotion;
+}
+
+template <Colour us> void evaluateRooksBehind(Evaluation& e, Square square) {
+    constexpr Colour them = opponent(us);
+    const Bitboard behind = fileBefore(them, square);
+    if ((behind & e.position.of(us, rook)) != 0) e.credit[us] += evalParameters.rookBehindPassed;
+    if ((behind & e.position.of(them, rook)) != 0) e.credit[them] += evalParameters.rookBehindPassed;
+}
+
+// The pawn can advance: by how safely.
+template <Colour us> void evaluatePath(Evaluation& e, Square square, int row) {
+    constexpr Colour them = opponent(us);
+    const Bitboard path = fileBefore(us, square);
+    const Bitboard defended = attacksWithoutKing<us>(e);
+    const Bitboard pursuers =
+        rookAttacks(square, e.occupied) & fileBefore(them, square) & e.position.straightSliders(them);
+    const Bitboard attacked =
+        pursuers != 0 ? path : path & (attacksWithoutKing<them>(e) | e.position.of(them, allPieces));
+    const Bitboard supporters = squaresBeside(bit(square)) | pawnSteps(them, bit(square));
+    if ((supporters & e.position.of(us, pawn)) != 0) e.credit[us] += evalTables.passedSupportTable[row];
+    if (attacked == 0) {
+        e.credit[us] += (path & ~defended) == 0 ? evalTables.passedFreeSafeTable[row] : evalTables.passedFreeTable[row];
+    } else {
+        e.credit[us] += (attacked & ~defended) == 0 ? evalTables.passedAttackedDefendedTable[row]
+                                                    : evalTables.passedAttackedTable[row];
+    }
+    if ((path & e.position.of(us, allPieces)) == 0) e.credit[us] += evalTables.passedUnblockedTable[row];
+}
+
+template <Colour us> void evaluatePassedPawns(Evaluation& e) {
+    const auto& list = e.pawns->passed[us];
+    for (int i = 0; i < longestPassedList && list[i] != 0; ++i) {
+        const Square square = list[i];
+        const int row = relativeRankOf(us, square) - 1; // 0 on the second rank, 5 on the seventh
+        e.credit[us] += evalTables.passedBaseTable[row];
+        if (row <= 1) continue;
+        evaluatePassedKings<us>(e, square, row);
+        if (row != 2) evaluateRooksBehind<us>(e, square); // deliberately not on the fourth rank
+        if ((e.occupied & bit(square + forwardStep(us))) == 0) evaluatePath<us>(e, square, row);
+    }
+}
+
+} // namespace helvan

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "eval/pawn_structure.h"
+
+#include <algorithm>
+
+#include "board/attacks.h"
+#include "eval/geometry.h"
+#include "eval/parameters.h"
+#include "eval/tables.h"
+
+namespace helvan {
+
+namespace {
+
+// The pawns of one side and what stands against them.
+struct Side {
+    Colour us;
+    Bitboard own;
+    Bitboard enemy;
+    Bitboard ownAttacks;
+    Bitboard enemyAttacks;
+    Square ownKing;
+    Square enemyKing;
+};
+
+bool isPassed(const Side& side, Square square) {
+    const Bitboard before = ranksBefore(side.us, square);
+    return (before & (fileOfSquare(square) | adjacentFiles(square)) & side.enemy) == 0 &&
+           (before & fileOfSquare(square) & side.own) == 0;
+}
+
+// A pawn on a file free before it, with at least as many neighbours to help it on as enemy pawns to hinder it.
+bool isCandidate(const Side& side, Square square) {
+    const Bitboard before = ranksBefore(side.us, square);
+    if ((before & fileOfSquare(square) & (side.own | side.enemy)) != 0) return false;
+    const Bitboard helpers = ~before & adjacentFiles(square) & side.own;
+    const Bitboard sentries = before & adjacentFiles(square) & side.enemy;
+    return popCount(helpers) >= popCount(sentries);
+}
+
+// No own pawn beside or behind can come to its support, and the square before it is the enemy's.
+bool isBackward(const Side& side, Square square) {
+    const Bitboard supporters = adjacentFiles(square) & ~ranksBefore(side.us, square) & side.own;
+    return supporters == 0 && (pawnSteps(side.us, bit(square)) & side.enemyAttacks) != 0;
+}
+
+PackedScore weaknesses(const Side& side, Square square) {
+    const EvalParameters& p = evalParameters;
+    const bool halfOpen = (fileOfSquare(square) & side.enemy) == 0;
+    PackedScore score;
+    if ((fileBefore(side.us, square) & side.own) != 0) score += p.doubledPawn;
+    if ((adjacentFiles(square) & side.own) == 0) {
+        score += halfOpen ? p.isolatedHalfOpen : p.isolatedPawn;
+    } else if (isBackward(side, square)) {
+        score += halfOpen ? p.backwardHalfOpen : p.backwardPawn;
+    }
+    return score;
+}
+
+PackedScore support(const Side& side, Square square) {
+    const int rank = relativeRankOf(side.us, square);
+    PackedScore score;
+    if ((side.ownAttacks & bit(square)) != 0) score += evalParameters.connectedPawn[rank];
+    if ((squaresBeside(bit(square)) & side.own) != 0) score += evalParameters.phalanxPawn[rank];
+    return score;
+}
+
+// Both kings' ways to the square before a passed pawn.
+PackedScore kingProximity(const Side& side, Square square) {
+    const Square stop = square + forwardStep(side.us);
+    if (stop < 0 || stop > 63) return {};
+    return evalParameters.passedOwnKing * kingDistance(side.ownKing, stop) +
+           evalParameters.passedEnemyKing * kingDistance(side.enemyKing, stop);
+}
+
+// The three files about a king, from its own rank onwards.
+constexpr Bitboard shelterZone(Colour colour, Bitboard files, Square kingSquare) {
+    return files & (ranksBefore(colour, kingSquare) | (rank1 << (kingSquare & 56)));
+}
+
+// Pawns before a king on the square; the one on its own file counts twice.
+PackedScore shelterAt(const Side& side, Square kingSquare) {
+    PackedScore score;
+    for (Bitboard pawns = shelterZone(side.us, ThreeFileMask[kingSquare], kingSquare) & side.own; pawns != 0;) {
+        const Square square = popLowestBit(pawns);
+        const int weight = fileOf(square) == fileOf(kingSquare) ? 2 : 1;
+        score += evalParameters.shelter[relativeRankOf(side.us, square)] * weight;
+    }
+    return score;
+}
+
+// A king at home may still castle: it has the better of both shelters.
+PackedScore shelter(const Side& side) {
+    const PackedScore here = shelterAt(side, side.ownKing);
+    const Square home = side.us == white ? e1 : e8;
+    if (side.ownKing != home) return here;
+    const PackedScore castled = shelterAt(side, home + 2);
+    return castled.opening() > here.opening() ? castled : here;
+}
+
+PackedScore storm(const Side& side) {
+    const Colour enemy = opponent(side.us);
+    PackedScore score;
+    for (Bitboard pawns = shelterZone(enemy, ThreeFileMask[side.enemyKing], side.enemyKing) & side.own; pawns != 0;) {
+        score += evalParameters.storm[relativeRankOf(side.us, popLowestBit(pawns))];
+    }
+    return score;
+}
+
+PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
+    PackedScore score;
+    unsigned files = 0;
+    int passedCount = 0;
+    for (Bitboard pawns = side.own; pawns != 0;) {
+        const Square square = popLowestBit(pawns);
+        files |= 1u << fileOf(square);
+        score += weaknesses(side, square) + support(side, square);
+        if (isPassed(side, square)) {
+            score += kingProximity(side, square);
+            if (passedCount < longestPassedList) passedList[passedCount] = static_cast<std::uint8_t>(square);
+            ++passedCount;
+        } else if (isCandidate(side, square)) {
+            const int row = std::clamp(relativeRankOf(side.us, square) - 1, 0, 5);
+            score += evalTables.candidateTable[row];
+        }
+    }
+    if (passedCount >= 2) score += evalParameters.manyPassed;
+    return score + evalTables.pawnIslandTable[files] + shelter(side) + storm(side);
+}
+
+void computeEntry(const Position& position, PawnEntry& entry) {
+    entry = PawnEntry{};
+    entry.key = position.pawnKey;
+    for (Colour us : {white, black}) {
+        const Colour enemy = opponent(us);
+        const Bitboard own = position.of(us, pawn), enemyPawns = position.of(enemy, pawn);
+        const Side side = {us,
+                           own,
+                           enemyPawns,
+                           pawnAttacks(us, own),
+                           pawnAttacks(enemy, enemyPawns),
+                           lowestBit(position.of(us, king)),
+                           lowestBit(position.of(enemy, king))};
+        const PackedScore score = evaluateSide(side, entry.passed[us]);
+        if (us == white) {
+            entry.score += score;
+        } else {
+            entry.score -= score;
+        }
+    }
+}
+
+} // namespace
+
+const PawnEntry& evaluatePawns(const Position& position) {
+    ++etableProbes;
+    PawnEntry& entry = pawnTable[position.pawnKey & pawnTableMask];
+    if (entry.key == position.pawnKey) {
+        ++etableHits;
+    } else {
+        computeEntry(position, entry);
+    }
+    return entry;
+}
+
+} // namespace helvan

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+//
+// What pawns are worth by themselves and to both kings, and which of them are passed.
+#pragma once
+
+#include "board/position.h"
+#include "eval/pawn_table.h"
+
+namespace helvan {
+
+// The entry of the position's pawns and kings, computed if it is not stored. Valid until the next call. The position
+// has one king of each colour, and the tables are built.
+const PawnEntry& evaluatePawns(const Position& position);
+
+} // namespace helvan

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+//
+// The terms of knights, bishops, rooks and queens: where they stand, how they move, how they press on the enemy king.
+// For the evaluation alone, which inlines them: a header, so that they are compiled into it for each colour.
+#pragma once
+
+#include "board/exchange.h"
+#include "eval/evaluation.h"
+#include "eval/parameters.h"
+#include "eval/tables.h"
+
+namespace helvan {
+
+// What the colour's pieces may use, looked up once for all of them.
+struct PieceContext {
+    Bitboard unsafeForMinors;    // own pawns, and squares that enemy pawns guard
+    Bitboard unsafeForMajors;    // those that enemy knights guard besides
+    Bitboard checkSquares;       // where a piece could stand to give check
+    Bitboard enemyKingZone;      // the squares beside the enemy king
+    Bitboard enemyKingDiagonals; // the squares that a bishop in the enemy king's place would attack
+    Bitboard enemyKingStraights; // the same for a rook
+};
+
+// Starts the colour's attack units at those for the enemy king's square. Pawn and knight attacks are known.
+template <Colour us> PieceContext preparePieces(Evaluation& e) {
+    constexpr Colour them = opponent(us);
+    const Position& position = e.position;
+    const Square enemyKing = e.kingSquare[them];
+    const Bitboard enemies = position.of(them, allPieces);
+    const Bitboard enemyPieces = enemies & ~position.of(them, pawn); // worth taking even where a pawn guards them
+    e.kingUnits[us] = kingExposureUnits[relativeSquare(them, enemyKing)];
+
+    PieceContext context;
+    context.unsafeForMinors = position.of(us, pawn) | (e.attacks[them][pawn] & ~enemyPieces);
+    context.unsafeForMajors = context.unsafeForMinors | (e.attacks[them][knight] & ~enemyPieces);
+    context.checkSquares = ~(position.of(us, allPieces) | position.of(them, king) | (e.attacks[them][pawn] & ~enemies));
+    context.enemyKingZone = kingAttacks[enemyKing];
+    context.enemyKingDiagonals = bishopAttacks(enemyKing, e.occupied);
+    context.enemyKingStraights = rookAttacks(enemyKing, e.occupied);
+    return context;
+}
+
+template <Colour us> void countPiece(Evaluation& e, int weight) {
+    e.pieceWeight[us] += weight;
+    ++e.pieceCount[us];
+}
+
+// Own bishops that aim at the enemy king with nothing but enemy knights between.
+template <Colour us> void evaluateKnightPins(Evaluation& e) {
+    constexpr Colour them = opponent(us);
+    const Square enemyKing = e.kingSquare[them];
+    const Bitboard others = e.occupied & ~e.position.of(them, knight);
+    for (Bitboard bishops = e.position.of(us, bishop) & bishopLines[enemyKing]; bishops != 0;) {
+        if ((between[popLowestBit(bishops)][enemyKing] & others) == 0)
+            e.credit[us] += evalParameters.knightInBishopsAim;
+    }
+}
+
+template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& context) {
+    constexpr int weight = 24;
+    const Square enemyKing = e.kingSquare[opponent(us)];
+    for (Bitboard knights = e.position.of(us, knight); knights != 0;) {
+        const Square square = popLowestBit(knights);
+        const Bitboard attacks = knightAttacks[square];
+        const Bitboard safe = attacks & ~context.unsafeForMinors;
+        countPiece<us>(e, weight);
+        e.credit[us] += evalTables.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
+        e.credit[us] += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
+        e.credit[us] += evalTables.knightPawnsTable[e.pawnCount[us]];
+        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += knightZoneUnits;
+        e.kingUnits[us] += knightCheckUnits * popCount(attacks & context.checkSquares & knightAttacks[enemyKing]);
+    }
+}
+
+// A pawn of the enemy three ranks ahead on the bishop's file, in the enemy's half.
+template <Colour us> bool facesPawn(const Evaluation& e, Square square) {
+    constexpr int threeRanks = 3 * forwardStep(us);
+    if (relativeRankOf(us, square) + 3 < 4 || relativeRankOf(us, square) + 3 > 7) return false;
+    return (e.position.of(opponent(us), pawn) & bit(square + threeRanks)) != 0;
+}
+
+template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& context) {
+    constexpr int weight = 28;
+    const Bitboard bishops = e.position.of(us, bishop);
+    const Bitboard ownPawns = e.position.of(us, pawn);
+    for (Bitboard left = bishops; left != 0;) {
+        const Square square = popLowestBit(left);
+        const Bitboard attacks = bishopAttacks(square, e.occupied);
+        const Bitboard ownColour = (bit(square) & darkSquares) != 0 ? darkSquares : ~darkSquares;
+        e.attacks[us][bishop] |= attacks;
+        countPiece<us>(e, weight);
+        e.credit[us] += bishopMobility[popCount(attacks & ~context.unsafeForMinors)];
+        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += bishopZoneUnits;
+        e.credit[us] += evalTables.bishopOwnColourPawnsTable[popCount(ownPawns & ownColour)];
+        e.credit[us] += evalTables.bishopOtherColourPawnsTable[popCount(ownPawns & ~ownColour)];
+        e.kingUnits[us] += bishopCheckUnits * popCount(attacks & context.checkSquares & context.enemyKingDiagonals);
+        if (facesPawn<us>(e, square)) e.credit[us] += evalParameters.bishopFacingPawn;
+    }
+    if (popCount(bishops) == 2) e.credit[us] += evalParameters.bishopPair;
+}
+
+// What the rook's file is worth to it.
+template <Colour us> PackedScore rookFileTerm(const Evaluation& e, Square square) {
+    constexpr Colour them = opponent(us);
+    const Bitboard file = fileOfSquare(square);
+    if ((file & e.position.of(us, pawn)) != 0) return {};
+    const Bitboard enemyPawns = file & e.position.of(them, pawn);
+    if (enemyPawns == 0) return evalParameters.rookOpenFile;
+    return (enemyPawns & e.attacks[them][pawn]) == 0 ? evalParameters.rookHalfOpenWeak : evalParameters.rookHalfOpen;
+}
+
+template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& context) {
+    constexpr int weight = 40;
+    const Bitboard rooks = e.position.of(us, rook);
+    const bool enemyKingAtHome = relativeRankOf(us, e.kingSquare[opponent(us)]) == 7;
+    for (Bitboard left = rooks; left != 0;) {
+        const Square square = popLowestBit(left);
+        const Bitboard attacks = rookAttacks(square, e.occupied);
+        e.attacks[us][rook] |= attacks;
+        countPiece<us>(e, weight);
+        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += rookZoneUnits;
+        if ((rookLines[square] & rooks & ~bit(square)) != 0) e.credit[us] += evalParameters.rooksOnLine;
+        if (enemyKingAtHome && relativeRankOf(us, square) == 6) e.credit[us] += evalParameters.rookOnSeventh;
+        e.credit[us] += evalTables.rookPawnsTable[e.pawnCount[us]];
+        e.credit[us] += rookFileTerm<us>(e, square);
+        e.credit[us] += rookMobility[popCount(attacks & ~context.unsafeForMajors)];
+        e.kingUnits[us] += rookCheckUnits * popCount(attacks & context.checkSquares & context.enemyKingStraights);
+    }
+    if (moreThanOne(rooks)) e.credit[us] += evalParameters.secondRook;
+}
+
+// Whether the exchange on the square that the queen checks from loses it.
+template <Colour us> bool queenIsLost(const Evaluation& e, Square from, Square to) {
+    return see(e.position, encodeMove(from, to), us ^ e.position.sideToMove()) < 0;
+}
+
+template <Colour us>
+int queenCheckUnits(const Evaluation& e, const PieceContext& context, Square square, Bitboard attacks) {
+    const Bitboard checks = attacks & context.checkSquares & (context.enemyKingDiagonals | context.enemyKingStraights);
+    int units = queenDistantCheckUnits * popCount(checks & ~context.enemyKingZone);
+    for (Bitboard contacts = checks & context.enemyKingZone; contacts != 0;) {
+        units +=
+            queenIsLost<us>(e, square, popLowestBit(contacts)) ? queenLostContactCheckUnits : queenContactCheckUnits;
+    }
+    return units;
+}
+
+template <Colour us> void evaluateQueens(Evaluation& e, const PieceContext& context) {
+    constexpr int weight = 72;
+    const Bitboard queens = e.position.of(us, queen);
+    int checkUnits = 0;
+    for (Bitboard left = queens; left != 0;) {
+        const Square square = popLowestBit(left);
+        const Bitboard attacks = queenAttacks(square, e.occupied);
+        e.attacks[us][queen] |= attacks;
+        countPiece<us>(e, weight);
+        e.credit[us] += queenMobility[popCount(attacks & ~context.unsafeForMajors)];
+        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += queenZoneUnits;
+        checkUnits += queenCheckUnits<us>(e, context, square, attacks);
+    }
+    e.kingUnits[us] += minimum(checkUnits, mostQueenCheckUnits);
+    if (queens != 0 && e.position.of(us, rook) != 0) e.credit[us] += evalParameters.rookAndQueen;
+}
+
+template <Colour us> void evaluateKingSafety(Evaluation& e) {
+    e.credit[us] += evalTables.kingSafetyTable[e.kingUnits[us]];
+}
+
+} // namespace helvan

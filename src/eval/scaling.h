@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+//
+// How much of a material advantage counts where little material is left.
+#pragma once
+
+#include <cstdint>
+
+#include "board/types.h"
+
+namespace helvan {
+
+inline constexpr int fullScale = 1000; // per mille
+
+// value x scale / 1000, rounded half away from zero.
+std::int64_t scaled(std::int64_t value, int scale);
+
+// value / divisor, rounded half away from zero. The divisor is even and positive.
+std::int64_t roundedQuotient(std::int64_t value, int divisor);
+
+// One side's material, as scaling looks at it.
+struct ScaledSide {
+    int pieceWeight; // knight 24, bishop 28, rook 40, queen 72
+    int pawnCount;
+    int passedCount;
+};
+
+struct OppositeBishopScale {
+    int scale;          // per mille
+    bool materialRules; // whether the rules of scarce material apply besides
+};
+
+// For one bishop a side on squares of different colours, and other pieces or none. Sides by colour; stronger is the
+// colour ahead, phase 0..96.
+OppositeBishopScale oppositeBishopScale(const ScaledSide (&sides)[2], Colour stronger, int phase);
+
+// The scale, per mille, of the first rule of scarce material that applies.
+int scarceMaterialScale(const ScaledSide (&sides)[2], Colour stronger);
+
+} // namespace helvan

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+//
+// The larger tools of helvan-debug.
+#pragma once
+
+#include "board/position.h"
+
+namespace helvan {
+
+// Prints the evaluation term by term: what each credits to white and to black, opening, endgame and blended by the
+// phase, in pawns; then the scaling and the score.
+void showEvaluation(const Position& position);
+
+// Measures evaluations a second on positions from play and prints the figures.
+void benchEvaluation();
+
+} // namespace helvan
