@@ -42,12 +42,13 @@ Move plausibleMove(const Position& position, int ply, Random& random) {
     Move best = nullMove;
     int bestScore = -infiniteScore;
     int compared = 0;
+    Move line[2];
     for (int tries = 0; count > 0 && tries < 3 * count && compared < movesCompared; ++tries) {
         const Move move = moves[random() % static_cast<unsigned>(count)];
         Position child;
         if (!makeLegal(position, child, move)) continue;
         ++compared;
-        const int score = ply < randomOpening ? 0 : -quiesce(child, -infiniteScore, infiniteScore, 1);
+        const int score = ply < randomOpening ? 0 : -quiesce(child, -infiniteScore, infiniteScore, 0, 1, line);
         if (score <= bestScore) continue;
         bestScore = score;
         best = move;

@@ -68,6 +68,13 @@ int see(const Position& position, Move move, int flip) {
     return gains[0];
 }
 
+int captureGain(const Position& position, Square square, Colour colour) {
+    const Bitboard attackers = attackersOf(position, square, colour, position.occupied());
+    if (attackers == 0) return 0;
+    const Square from = lowestBit(leastValuable(position, colour, attackers).square);
+    return maximum(see(position, encodeMove(from, square), colour ^ position.sideToMove()), 0);
+}
+
 bool losesMaterial(const Position& position, Move move) {
     if (isOutsideExchange(move) || isPromotion(move)) return see(position, move) < 0;
     const Colour us = position.sideToMove();

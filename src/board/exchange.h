@@ -17,6 +17,10 @@ inline constexpr int exchangeValues[8] = {0, 100, 300, 300, 500, 900, 10000, 0};
 // Answers 0 for en passant, castling and promotions to rook or bishop.
 int see(const Position& position, Move move, int flip = 0);
 
+// What the colour gains by capturing on the square, which an enemy piece stands on, with its least valuable attacker;
+// 0 when it has none or the capture loses.
+int captureGain(const Position& position, Square square, Colour colour);
+
 // see(position, move) < 0, sooner.
 bool losesMaterial(const Position& position, Move move);
 

@@ -15,6 +15,8 @@
 #include "protocol/uci.h"
 #include "search/limits.h"
 #include "search/rebuild.h"
+#include "search/settings.h"
+#include "search/transposition_table.h"
 
 namespace helvan {
 
@@ -26,6 +28,7 @@ constexpr int usageError = -1;
 [[noreturn]] void playForEver() {
     rebuildTables();
     std::fprintf(stderr, "Helvan version %s\n", versionText);
+    if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
     pollInput = pollCommand;
     startReader();
     for (;;) {

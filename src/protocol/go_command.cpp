@@ -8,7 +8,9 @@
 #include "board/validity.h"
 #include "protocol/log.h"
 #include "protocol/number_text.h"
+#include "protocol/options.h"
 #include "protocol/position_command.h"
+#include "protocol/time_allotment.h"
 #include "search/limits.h"
 #include "search/report.h"
 #include "search/settings.h"
@@ -28,10 +30,24 @@ bool isKeyword(const char* word) {
 
 double secondsFromText(const char* milliseconds) { return static_cast<double>(int64FromText(milliseconds)) / 1000.0; }
 
-// The seconds for this move from the mover's clock.
-double allotment(const GoParameters& go, Colour mover) {
-    constexpr double movesExpected = 40.0;
-    return std::max(mover == white ? go.whiteTime : go.blackTime, 0.0) / movesExpected;
+// The seconds for this move from the mover's clock. Sets how far the search may run beyond them.
+double allotFromClock(const GoParameters& go, Colour mover) {
+    const MoverClock clock = {.secondsLeft = mover == white ? go.whiteTime : go.blackTime,
+                              .incrementSeconds = mover == white ? go.whiteIncrement : go.blackIncrement,
+                              .movesToGo = go.movesToGo,
+                              .overheadMilliseconds = moveOverheadMilliseconds};
+    const bool byMoves = go.movesToGo != 0 || go.depth < 0;
+    const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
+    if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;
+    if (byMoves) {
+        logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", clock.secondsLeft, clock.movesToGo,
+                 allotment.plannedSeconds);
+        // No line of the protocol: front ends skip it, people like to see it.
+        std::printf("goal: %8.3f   max_goal_perc: %8d \n", allotment.goalSeconds, hardLimitPercent);
+    } else {
+        logWrite("We have %8.1f seconds for the game.  %8.1f goal set\n", clock.secondsLeft, allotment.goalSeconds);
+    }
+    return allotment.goalSeconds;
 }
 
 void answerUnplayable(const char* reason) {
@@ -101,7 +117,7 @@ void goCommand(const Words& words) {
         searchState.fixedMoveTime = go.moveTime;
         allotted = go.moveTime;
     } else if (go.nodeLimit < 0) {
-        allotted = allotment(go, position.sideToMove());
+        allotted = allotFromClock(go, position.sideToMove());
     }
     think(position, allotted, go.depth, go.searchMoves);
 }

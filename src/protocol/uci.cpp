@@ -10,6 +10,7 @@
 #include "protocol/log.h"
 #include "protocol/options.h"
 #include "protocol/position_command.h"
+#include "protocol/set_option.h"
 #include "protocol/words.h"
 #include "search/limits.h"
 
@@ -45,6 +46,7 @@ constexpr Command commands[] = {
     command("stop", [](const Words&) { stopAllSearches(); }),
     command("ponderhit", [](const Words&) { searchState.pondering = 0; }),
     command("position", positionCommand),
+    command("setoption", setOptionCommand),
     command("go", goCommand),
 };
 

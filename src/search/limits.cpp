@@ -34,6 +34,8 @@ double now(int wholeSeconds) {
     return wholeSeconds != 0 ? std::floor(sinceEpoch.count()) : sinceEpoch.count();
 }
 
+double searchSeconds() { return now() - searchState.searchStartTime; }
+
 void setDeadlines(double allotted) {
     const double start = searchState.searchStartTime;
     if (searchState.fixedMoveTime != 0.0) {

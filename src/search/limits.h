@@ -34,11 +34,16 @@ inline int hardLimitPercent = 500;
 // Handles one waiting command; null where nobody listens (batch modes, tests).
 inline void (*pollInput)() = nullptr;
 
+inline double totalMoveTime = 0.0; // seconds of all searches so far
+
 // 1 lets the clock tick in whole seconds. Nothing sets it.
 inline int wholeSecondClock = 0;
 
 // Seconds on a clock that never steps back, cut to whole ones if asked for.
 double now(int wholeSeconds = wholeSecondClock);
+
+// Since the search began.
+double searchSeconds();
 
 // Sets both deadlines from the start time and the allotment in seconds.
 void setDeadlines(double allotted);

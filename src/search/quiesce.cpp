@@ -1,30 +1,137 @@
 // SPDX-License-Identifier: MIT
 #include "search/quiesce.h"
 
-#include "board/bits.h"
-#include "board/make_move.h"
 #include "board/move_picker.h"
-#include "eval/evaluate.h"
+#include "eval/tables.h"
 #include "search/limits.h"
-#include "search/settings.h"
+#include "search/node.h"
 
 namespace helvan {
 
-int quiesce(const Position& position, int alpha, int beta, int ply) {
-    if (searchMustStop()) return 0;
-    int best = evaluate(position); // the side to move need not capture
-    if (best >= beta || ply >= maxPly) return best;
-    MovePicker picker(position, PickerKind::soundCaptures);
-    Position child;
-    for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
-        makeMove(position, child, move);
-        if (moverLeftInCheck(child)) continue;
-        const int score = -quiesce(child, -beta, -maximum(alpha, best), ply + 1);
-        if (nodeCounter.stopSearch != 0) return 0;
-        best = maximum(best, score);
-        if (best >= beta) break;
+namespace {
+
+struct QuiescenceNode {
+    Position& position;
+    int alpha;
+    int beta;
+    int depth; // 0 and below
+    int ply;
+    bool zeroWindow;
+    PickerKind kind = PickerKind::evasions;
+    int eval = 0;
+    int best = -infiniteScore;
+    bool bestIsRepetition = false;
+    Move bestMove = nullMove;
+    int counted = 0; // legal moves, and standing pat
+};
+
+PickerKind kindOfMoves(const QuiescenceNode& node) {
+    if (node.position.inCheck != 0) return PickerKind::evasions;
+    const bool checksToo = node.depth == 0 || (!node.zeroWindow && node.depth >= deepestQuietChecks);
+    return checksToo ? PickerKind::soundCapturesAndChecks : PickerKind::soundCaptures;
+}
+
+// Not even the victim's value and a margin would bring the score up to alpha.
+bool deltaPruned(const QuiescenceNode& node, Move move) {
+    const int kind = moveKind(move);
+    if (node.position.inCheck != 0 || kind > enPassant) return false;
+    const Position& position = node.position;
+    const auto& values = evalTables.phasePieceValue[minimum(position.phase, fullPhase)];
+    const Colour enemy = opponent(position.sideToMove());
+    const bool takes = (position.of(enemy, allPieces) & bit(moveTo(move))) != 0;
+    const PieceType victim = kind == enPassant ? pawn : takes ? pieceTypeAt(position, enemy, moveTo(move)) : allPieces;
+    const int margin = victim == pawn ? pawnDeltaMargin : pieceDeltaMargin;
+    return node.alpha > node.eval + values[victim] + margin && !givesCheck(position, move);
+}
+
+// A quiet check or evasion that gives its piece away.
+bool losesQuietly(const QuiescenceNode& node, Move move) {
+    if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
+    return node.best >= certainlyLost && see(node.position, move) < 0;
+}
+
+bool skippedBeforeMake(const QuiescenceNode& node, Move move) {
+    if (isUnderPromotion(move) || deltaPruned(node, move) || losesQuietly(node, move)) return true;
+    return node.depth < recapturesOnlyBelow && moveTo(move) != moveTo(node.position.lastMove);
+}
+
+// True when the move decides the node.
+bool takeScore(QuiescenceNode& node, int score, Move move, bool repetition) {
+    if (score <= node.best) return false;
+    node.best = score;
+    node.bestIsRepetition = repetition;
+    if (score > node.alpha) {
+        node.alpha = score;
+        node.bestMove = move;
     }
-    return best;
+    return score >= node.beta;
+}
+
+void searchMoves(QuiescenceNode& node, Move hashMove) {
+    MovePicker picker(node.position, node.kind, hashMove);
+    Position child;
+    Move line[2];
+    for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
+        if (skippedBeforeMake(node, move)) continue;
+        if (!makeLegalMove(node.position, child, move)) continue;
+        ++node.counted;
+        const bool drawn = drawnByRule(child);
+        int score = 0;
+        if (drawn) {
+            // Deliberately the other way round than in the main search.
+            score = node.ply % 2 != 0 ? -usedDrawScore() : usedDrawScore();
+        } else {
+            if (node.kind == PickerKind::soundCapturesAndChecks && child.inCheck == 0 &&
+                !isTactical(node.position, move)) {
+                continue;
+            }
+            score = -quiesce(child, -node.beta, -node.alpha, node.depth - 2, node.ply + 1, line);
+            if (nodeCounter.stopSearch != 0) return;
+        }
+        if (takeScore(node, score, move, drawn)) return;
+    }
+}
+
+void storeQuiescence(const QuiescenceNode& node) {
+    constexpr int horizonDepth = 0, deeperDepth = -2; // in the table
+    if (!node.zeroWindow || node.bestIsRepetition) return;
+    const bool failsHigh = node.best >= node.beta;
+    transpositionTable.store(node.position.key, node.depth < 0 ? deeperDepth : horizonDepth,
+                             scoreToTable(node.best, node.ply), failsHigh ? lowerBound : upperBound,
+                             failsHigh ? node.bestMove : nullMove, 0);
+}
+
+} // namespace
+
+int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int ply, Move* pvOut) {
+    pvOut[0] = nullMove;
+    if (searchMustStop()) return 0;
+    if (recognisedDraw(position, ply)) return recognisedDrawScore(ply);
+    if (ply >= maxPly) return evaluate(position);
+    QuiescenceNode node{position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
+
+    TableHit hit;
+    if (quiescenceDepth >= deepestProbe) {
+        hit = probeTable(position);
+        if (node.zeroWindow && quiescenceDepth <= hit.depth && hit.settles(beta)) return scoreFromTable(hit.score, ply);
+    }
+    if (position.inCheck == 0) {
+        node.eval = refinedEval(evaluateNode(position), hit);
+        if (quiescenceDepth < deepestQuiescence || node.eval >= beta) return node.eval;
+        node.alpha = maximum(alpha, node.eval);
+        node.best = node.eval;
+        node.counted = 1;
+    }
+    node.kind = kindOfMoves(node);
+    searchMoves(node, hit.move);
+    if (nodeCounter.stopSearch != 0) return 0;
+    if (node.counted == 0 && position.inCheck != 0) return matedScore(ply);
+    storeQuiescence(node);
+    if (node.bestMove != nullMove) {
+        pvOut[0] = node.bestMove;
+        pvOut[1] = nullMove;
+    }
+    return node.best;
 }
 
 } // namespace helvan

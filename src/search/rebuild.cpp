@@ -2,9 +2,13 @@
 #include "search/rebuild.h"
 
 #include "eval/tables.h"
+#include "search/transposition_table.h"
 
 namespace helvan {
 
-void rebuildTables() { initAllEvaluation(); }
+void rebuildTables() {
+    initAllEvaluation();
+    transpositionTable.clear();
+}
 
 } // namespace helvan

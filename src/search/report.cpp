@@ -22,6 +22,9 @@ int milliseconds(double seconds) {
     return static_cast<int>(std::min(seconds * 1000, static_cast<double>(std::numeric_limits<int>::max())));
 }
 
+// Of the search, fit to be divided by.
+double elapsedSeconds() { return std::max(searchSeconds(), shortestSeconds); }
+
 std::string moveText(Move move) {
     char text[moveTextSize];
     moveToText(move, text);
@@ -48,18 +51,46 @@ std::string pvText(const Move* pv) {
 
 void printIterationStart(int depth) { std::printf("info depth %d\n", depth); }
 
-void printIteration(int depth, double elapsed, std::uint64_t nodes, int score, const Move* pv) {
-    elapsed = std::max(elapsed, shortestSeconds);
+void printCurrentMove(Move move, int number) {
+    std::printf("info currmove %s currmovenumber %d\n", moveText(move).c_str(), number);
+    std::fflush(stdout);
+}
+
+void printLine(int depth, int score, const Move* pv) {
+    const double elapsed = elapsedSeconds();
     std::printf("info depth %d ", depth);
     std::printf("time %d ", milliseconds(elapsed));
-    std::printf("nodes %" PRIu64 " ", nodes);
+    std::printf("nodes %" PRIu64 " ", nodeCounter.count);
     std::printf("score %s ", scoreText(score).c_str());
-    std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodes) / elapsed));
+    std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodeCounter.count) / elapsed));
     std::printf("pv %s\n", pvText(pv).c_str());
     std::fflush(stdout);
 }
 
+void printRank(int rank, int depth, int score, int millisecondsThen, std::uint64_t nodes, const Move* pv) {
+    const double seconds = millisecondsThen / 1000.0 + shortestSeconds;
+    std::printf("info multipv %d score cp %d depth %d time %d nodes %" PRIu64 " nps %" PRIu64 " pv %s\n", rank, score,
+                depth, millisecondsThen, nodes, static_cast<std::uint64_t>(static_cast<double>(nodes) / seconds),
+                pvText(pv).c_str());
+    std::fflush(stdout);
+}
+
+int searchMilliseconds() { return milliseconds(std::max(searchSeconds(), 0.0)); }
+
+void logTableHead() {
+    logWrite("DEPTH      TIME         NODES      KNPS    SCORE   PRINCIPAL VARIATION\n");
+    logWrite("-----  --------  ------------  --------  -------   -------------------------------------------------\n");
+}
+
+void logTableRow(int depth, int score, const Move* pv) {
+    if (!logIsOpen()) return;
+    const double elapsed = elapsedSeconds();
+    logWrite("%5d  %8.1f  %12" PRIu64 "  %8.1f  %7.2f   %s\n", depth, elapsed, nodeCounter.count,
+             static_cast<double>(nodeCounter.count) / 1000 / elapsed, score / 100.0, pvText(pv).c_str());
+}
+
 void logEtableStatistics() {
+    if (!logIsOpen()) return;
     const double share =
         static_cast<double>(etableHits) / static_cast<double>(std::max<std::uint64_t>(etableProbes, 1));
     logWrite("\nEtable statistics: %12" PRIu64 " hits  %12" PRIu64 " probes   Rate = %8.3f percent\n", etableHits,

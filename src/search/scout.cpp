@@ -1,46 +1,312 @@
 // SPDX-License-Identifier: MIT
 #include "search/scout.h"
 
-#include "board/attacks.h"
-#include "board/bits.h"
-#include "board/make_move.h"
-#include "board/move_picker.h"
-#include "search/draws.h"
-#include "search/limits.h"
+#include "search/main_node.h"
 #include "search/quiesce.h"
-#include "search/settings.h"
 
 namespace helvan {
 
-void joinPv(Move* pvOut, Move move, const Move* line) {
-    *pvOut++ = move;
-    for (int i = 0; i < pvCapacity - 2 && line[i] != nullMove; ++i) *pvOut++ = line[i];
-    *pvOut = nullMove;
+namespace {
+
+struct ScoutNode : MainNode {
+    int beta;
+    Move excluded;
+    bool noNull;
+    int parity; // 1 where a cut-off is expected, 0 where every move is expected to fail
+    bool tacticalOnly = false;
+
+    ScoutNode(Position& at, int bound, int halfPlies, int fromRoot, Move excludedMove, bool withoutNull)
+        : MainNode(at, halfPlies, fromRoot), beta(bound), excluded(excludedMove), noNull(withoutNull),
+          parity((at.pvPly ^ fromRoot) & 1) {}
+};
+
+// Each rule that may decide the node answers true and sets the score.
+
+bool extendedAtHorizon(const ScoutNode& node) {
+    Position& position = node.position;
+    if (node.depth < 0 || position.horizonMark != 0 || node.excluded != nullMove || node.inCheck) return false;
+    const int eval = evaluateNode(position);
+    return node.beta <= eval && eval < node.beta + scoutHorizonMargin && lastMoveThreatens(position);
 }
 
-int searchNode(const Position& position, int alpha, int beta, int depth, int ply, Move* pvOut) {
-    pvOut[0] = nullMove;
-    if (searchMustStop()) return 0;
-    if (depth <= 0 || ply >= maxPly) return quiesce(position, alpha, beta, ply);
-    MovePicker picker(position, position.inCheck != 0 ? PickerKind::evasions : PickerKind::everyMove);
+int quiesceScout(const ScoutNode& node, int beta) {
+    Move line[2];
+    return quiesce(node.position, beta - 1, beta, 0, node.ply, line);
+}
+
+int searchHorizon(const ScoutNode& node, Move* pvOut) {
+    if (!extendedAtHorizon(node)) return quiesceScout(node, node.beta);
+    node.position.horizonMark = 1;
+    return searchScout(node.position, node.beta, node.depth + 2, node.ply, pvOut, node.excluded, node.noNull);
+}
+
+bool tableCutoff(ScoutNode& node, const TableHit& hit, int& score) {
+    if (hit.depth < node.depth || !hit.settles(node.beta)) return false;
+    score = scoreFromTable(hit.score, node.ply);
+    return true;
+}
+
+bool hopeless(const ScoutNode& node) { return node.depth < hopelessDepth && node.beta - hopelessMargin > node.eval; }
+
+// Far ahead against an enemy that can make no trouble: less depth will do.
+bool winsEasily(const ScoutNode& node) {
+    const Colour enemy = opponent(node.position.sideToMove());
+    return node.depth >= winningDepth && node.eval >= winningEval && node.position.of(enemy, queen) == 0 &&
+           !hasPawnOnSeventh(node.position, enemy);
+}
+
+bool hasPieces(const Position& position) {
+    const Colour us = position.sideToMove();
+    return (position.of(us, allPieces) & ~(position.of(us, pawn) | position.of(us, king))) != 0;
+}
+
+// The side to move passes; if the enemy cannot even then bring the score under beta, the node fails high.
+bool nullMoveCutoff(ScoutNode& node) {
+    if (node.depth < nullMoveDepth || node.eval < node.beta || !hasPieces(node.position)) return false;
+    const int reduction = nullMoveReduction(node.eval - node.beta, node.position.phase, node.depth);
     Position child;
     Move line[pvCapacity];
-    int best = -infiniteScore;
-    for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
-        makeMove(position, child, move);
-        if (moverLeftInCheck(child)) continue;
-        child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
-        line[0] = nullMove;
-        const bool drawn = drawnByRule(child);
-        const int score = drawn ? 0 : -searchNode(child, -beta, -maximum(alpha, best), depth - 1, ply + 1, line);
-        if (nodeCounter.stopSearch != 0) return 0;
-        if (score <= best) continue;
-        best = score;
-        if (score > alpha) joinPv(pvOut, move, line);
-        if (score >= beta) break;
+    makeMove(node.position, child, nullMove);
+    const int score =
+        -searchScout(child, 1 - node.beta, node.depth - reduction - 2, node.ply + 1, line, nullMove, true);
+    return nodeCounter.stopSearch == 0 && score >= node.beta && absolute(score) <= mateBorder;
+}
+
+// So far above beta that the enemy's next move will hardly bring the score under it.
+bool staticNullCutoff(const ScoutNode& node) {
+    const int allNodeMargin = expectedAllNodeMargin * (1 - node.parity);
+    if (node.depth == 6 || node.depth == 7) {
+        return node.beta - allNodeMargin + staticNullMargin[node.depth] <= node.eval;
     }
-    if (best == -infiniteScore) return position.inCheck != 0 ? matedScore(ply) : 0; // no legal move
-    return best;
+    if (node.depth > 5) return false;
+    if (node.beta <= node.eval + allNodeMargin - staticNullMargin[node.depth]) return true;
+    // The costly look at what is under attack only where it can decide.
+    const int slack = node.eval - staticNullMargin2[node.depth] - node.beta;
+    return slack >= threatMargin(0) && slack >= threatMargin(threatenedLoss(node.position));
+}
+
+bool nullCutoffs(ScoutNode& node, int& score) {
+    if (node.noNull || nullMovePruning == 0 || node.inCheck || absolute(node.beta) > mateBorder) return false;
+    if (node.eval < node.beta + nullMargin) return false;
+    score = node.beta;
+    if (node.depth >= nullMoveDepth) {
+        if (staticNullCutoff(node) || nullMoveCutoff(node)) return true;
+        score = 0;
+        return nodeCounter.stopSearch != 0;
+    }
+    return staticNullCutoff(node);
+}
+
+// So far under beta that only tactics can help: if the quiescence search finds none, the node fails low.
+bool razored(const ScoutNode& node, int& score) {
+    constexpr int deepest = 9;
+    if (node.hashMove != nullMove || node.position.lastMove == nullMove || node.inCheck || node.depth > deepest ||
+        hasPawnOnSeventh(node.position, node.position.sideToMove())) {
+        return false;
+    }
+    if (node.depth <= 3) {
+        if (node.beta - razorBase <= node.eval) return false;
+        score = quiesceScout(node, node.beta);
+        return true;
+    }
+    const int lowered = node.beta - razorMargin(node.depth) - razorBase;
+    if (absolute(node.beta) > mateBorder || lowered <= node.eval) return false;
+    score = quiesceScout(node, lowered);
+    return nodeCounter.stopSearch != 0 || score < lowered;
+}
+
+PickerKind chooseMoves(ScoutNode& node) {
+    if (node.inCheck) return PickerKind::evasions;
+    if (node.depth / 2 > tacticalOnlyPlies || node.beta <= futilityMargin(node.depth) + node.eval) {
+        return PickerKind::everyMove;
+    }
+    node.tacticalOnly = true;
+    node.moveNumber = 1;
+    node.best = node.eval;
+    return PickerKind::soundCaptures;
+}
+
+bool isKillerMove(const ScoutNode& node, Move move) {
+    return move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
+}
+
+bool isPawnFromSixth(const Position& position, Move move) {
+    const Colour us = position.sideToMove();
+    return (position.of(us, pawn) & relativeRank(us, 5) & bit(moveFrom(move))) != 0;
+}
+
+// Near the horizon only so many quiet moves are tried.
+bool lateMovePruned(const ScoutNode& node, Move move) {
+    if (node.depth > lateMovePruningDepth || node.inCheck || isKillerMove(node, move)) return false;
+    if (node.moveNumber <= lateMoveCount[node.parity][node.depth]) return false;
+    if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
+    return !isPawnFromSixth(node.position, move) && !givesCheck(node.position, move);
+}
+
+// Promotions to less than a queen are tried only where a knight could check.
+bool idlePromotion(const ScoutNode& node, Move move) {
+    if (!isUnderPromotion(move)) return false;
+    const Bitboard enemyKing = node.position.of(opponent(node.position.sideToMove()), king);
+    return (knightAttacks[moveTo(move)] & enemyKing) == 0;
+}
+
+bool losesNearHorizon(const ScoutNode& node, Move move) {
+    constexpr int nearPlies = 2;
+    return node.depth / 2 <= nearPlies && !node.inCheck && node.moveNumber > 0 && moveKind(move) == ordinaryMove &&
+           losesMaterial(node.position, move);
+}
+
+// Whether nothing but the hash move keeps the score up: the others are searched without it, shallower.
+int singularExtension(const ScoutNode& node, const MoveState& state, int extension) {
+    constexpr int shallowest = 15, mostBefore = 2, sufficient = 4;
+    if (state.move != node.hashMove || node.excluded != nullMove || node.parity == 0 || extension > mostBefore ||
+        node.depth < shallowest || !node.hashProvesScore || node.hashDepth < node.depth - 6) {
+        return extension;
+    }
+    const int bound = node.hashScore - singularMargin;
+    if (searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, false) >= bound) return extension;
+    return node.depth >= 4 * node.ply ? sufficient : extension + 2;
+}
+
+// In quarter-plies.
+int extensionOf(const ScoutNode& node, const Position& child, const MoveState& state) {
+    if (capturesIntoPawnEnding(child)) return intoPawnEndingExtension;
+    int extension = 0;
+    if (node.inCheck && node.singleReply) extension += 2;
+    if (state.givesCheck) {
+        extension += node.singleReply ? 4 : 2;
+        if (node.parity != 0 && node.depth <= 15) extension += 1;
+    }
+    if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) extension += 2;
+    if (extension == 0 && state.move == node.hashMove && node.depth >= 6 && node.depth <= 15) extension = 2;
+    extension = singularExtension(node, state, extension);
+    return minimum(extension, mostExtension);
+}
+
+// A late quiet move that cannot be expected to bring the score up to beta.
+bool futile(const ScoutNode& node, Position& child, const MoveState& state) {
+    constexpr int shallowest = 6, deepest = 17;
+    if (state.newDepth < shallowest || state.newDepth > deepest || node.inCheck) return false;
+    if ((!state.quiet && !state.counter) || state.killer || node.best <= certainlyLost) return false;
+    if (state.number < firstFutileMove) return false;
+    const int bound = futilityBound(node.eval, state.newDepth, state.number, node.parity);
+    if (bound > node.beta + futilitySecondLook) return false;
+    if (!losesMaterial(node.position, state.move) && lastMoveThreatens(child)) return false;
+    if (node.beta > bound) return true;
+    return node.beta > futilityBoundAfterMove(evaluate(child), state.newDepth, state.number, node.parity);
+}
+
+bool isPlainQuiet(const ScoutNode& node, const MoveState& state) {
+    return !state.tactical && !state.givesCheck && state.move != node.hashMove && !state.killer && !state.counter;
+}
+
+// Four plies before the horizon the late quiet moves are taken to fail low.
+bool lateMoveCut(const ScoutNode& node, const Position& child, const MoveState& state) {
+    return node.depth / 2 == lateMoveCutPlies && state.quiet && isPlainQuiet(node, state) &&
+           state.number > lateMoveCount[node.parity][node.depth] && node.best >= certainlyLost &&
+           !lastMoveThreatens(child);
+}
+
+// Half-plies to search the move less deep; 0 for none.
+int reductionOf(const ScoutNode& node, const Position& child, const MoveState& state) {
+    constexpr int shallowest = 8, escapeReduction = 2;
+    if (useLmr == 0 || state.newDepth < shallowest || !isPlainQuiet(node, state)) return 0;
+    if ((node.inCheck && node.parity == 0) || node.best < certainlyLost) return 0;
+    const int column = node.parity != 0 && !node.inCheck ? 2 * state.number : state.number;
+    const int reduction = lmrReduction(state.newDepth, column);
+    if (reduction < 2 || threatensNearHorizon(state, child)) return 0;
+    return isEscape(node, state) ? escapeReduction : reduction;
+}
+
+int searchChild(const ScoutNode& node, Position& child, const MoveState& state, Move* line) {
+    const int bound = 1 - node.beta;
+    if (const int reduction = reductionOf(node, child, state); reduction > 0) {
+        const int score = -searchScout(child, bound, reducedDepth(state.newDepth, reduction), node.ply + 1, line);
+        if (nodeCounter.stopSearch != 0 || score < node.beta) return score;
+    }
+    return -searchScout(child, bound, state.newDepth - 2, node.ply + 1, line);
+}
+
+// Searches the moves until one reaches beta. Answers whether that one is quiet.
+bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
+    Position child;
+    Move line[pvCapacity];
+    for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
+        if (move == node.excluded || lateMovePruned(node, move) || idlePromotion(node, move) ||
+            losesNearHorizon(node, move)) {
+            continue;
+        }
+        if (!makeLegalMove(node.position, child, move)) continue;
+        ++node.moveNumber;
+        MoveState state = stateOf(node, child, move);
+        line[0] = nullMove;
+        int score = 0;
+        if (drawnByRule(child)) {
+            state.repetition = true;
+            score = repetitionScore(node.ply);
+        } else {
+            rememberQuiet(node, state);
+            extend(node, child, state, extensionOf(node, child, state));
+            if (nodeCounter.stopSearch != 0) return false;
+            if (futile(node, child, state)) continue;
+            score = lateMoveCut(node, child, state) ? node.beta - 1 : searchChild(node, child, state, line);
+        }
+        if (nodeCounter.stopSearch != 0) return false;
+        if (score <= node.best) continue;
+        node.best = score;
+        node.bestMove = move;
+        node.bestIsRepetition = state.repetition;
+        joinPv(pvOut, move, line);
+        if (score >= node.beta) return state.quiet && !state.repetition;
+    }
+    return false;
+}
+
+void storeScout(const ScoutNode& node) {
+    if (node.excluded != nullMove || node.bestIsRepetition) return;
+    const bool failsHigh = node.best >= node.beta;
+    transpositionTable.store(node.position.key, node.depth, scoreToTable(node.best, node.ply),
+                             failsHigh ? lowerBound : upperBound, failsHigh ? node.bestMove : nullMove, node.parity);
+}
+
+} // namespace
+
+int searchWithoutMove(Position& position, int beta, int depth, int ply, Move hashMove, bool noNull) {
+    Move line[pvCapacity];
+    return searchScout(position, beta, singularDepth(depth), ply, line, hashMove, noNull);
+}
+
+int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove, bool noNull) {
+    pvOut[0] = nullMove;
+    if (searchMustStop()) return 0;
+    if (recognisedDraw(position, ply)) return recognisedDrawScore(ply);
+    if (ply >= maxPly) return evaluate(position);
+    ScoutNode node(position, beta, depth, ply, excludedMove, noNull);
+    if (depth < 2) return searchHorizon(node, pvOut);
+
+    int score = 0;
+    TableHit hit;
+    if (excludedMove == nullMove) {
+        hit = probeTable(position);
+        if (tableCutoff(node, hit, score)) return score;
+        adoptHit(node, hit);
+    }
+    if (!node.inCheck) {
+        node.eval = refinedEval(evaluateNode(position), hit);
+        if (hopeless(node)) return node.eval;
+        if (winsEasily(node)) node.depth -= 2;
+    }
+    if (nullCutoffs(node, score) || razored(node, score)) return nodeCounter.stopSearch != 0 ? 0 : score;
+
+    MovePicker picker = openPicker(node, chooseMoves(node));
+    node.counter = counterMoveOf(position);
+    node.singleReply = node.inCheck && node.depth / 2 >= 7 && hasSingleReply(position);
+    const bool quietCutoff = searchMoves(node, picker, pvOut);
+    if (nodeCounter.stopSearch != 0) return 0;
+    if (node.moveNumber == 0) return excludedMove != nullMove ? beta - 1 : scoreWithoutMoves(node);
+    if (quietCutoff) noteQuietCutoff(node);
+    storeScout(node);
+    return node.best;
 }
 
 } // namespace helvan

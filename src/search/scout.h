@@ -1,18 +1,23 @@
 // SPDX-License-Identifier: MIT
 //
-// The search of every node below the root.
+// The zero-window search of all nodes off the principal variation: does the score reach beta or not? All selectivity
+// lives here.
 #pragma once
 
 #include "board/position.h"
 
 namespace helvan {
 
-// Searches depth plies deep in the window (alpha, beta) and answers the score for the side to move; 0 when the
-// search is stopped. The position's inCheck must be true to the board. pvOut, pvCapacity moves long, receives
-// the best line, ended by a 0.
-int searchNode(const Position& position, int alpha, int beta, int depth, int ply, Move* pvOut);
+// Searches depth half-plies deep and answers a score in centipawns for the side to move: beta or more when the node
+// fails high, less when it fails low; 0 when the search is stopped. ply counts from the root. pvOut, pvCapacity moves
+// long, receives the best line, ended by a 0.
+//   excludedMove  left out, to see whether the others reach beta without it; 0 for none
+//   noNull        no null move here: the node comes right after one
+// The position's inCheck is true to the board; its evalScratch and search bytes are written.
+int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove = nullMove,
+                bool noNull = false);
 
-// Writes the move and the line behind it, cut to pvCapacity.
-void joinPv(Move* pvOut, Move move, const Move* line);
+// The score that the position's other moves than the hash move reach, told by a shallower search with bound beta.
+int searchWithoutMove(Position& position, int beta, int depth, int ply, Move hashMove, bool noNull);
 
 } // namespace helvan

@@ -12,11 +12,19 @@ inline int deterministic = 0;   // the option "deterministic"
 inline int multiPv = 1;         // the option "MultiPV"
 inline int hashMegabytes = 64;  // the option "Hash"
 
+inline int testMode = 0; // 1 in the self-test: iterations are recorded, not printed
+
+inline constexpr int mostPvs = 99;
+
+// The option "MultiPV" as the search takes it.
+inline int usedMultiPv() { return multiPv < 1 ? 1 : multiPv > mostPvs ? mostPvs : multiPv; }
+
 // Scores are centipawns from the side to move's point of view. Being mated at ply p scores p - mateScore.
 inline constexpr int mateScore = 32000;
 inline constexpr int infiniteScore = 32001;
 
-inline constexpr int mateBorder = 31800; // scores beyond it are mates
+inline constexpr int mateBorder = 31800;        // scores beyond it are mates
+inline constexpr int largestPlainScore = 31799; // scores beyond it count from a position's ply in the table
 
 constexpr int matedScore(int ply) { return ply - mateScore; }
 

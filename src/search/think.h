@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The search's one entry.
+// The search's one entry: iterative deepening.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "board/position.h"
@@ -14,8 +15,22 @@ namespace helvan {
 //   allotted     seconds, or noTimeGoalSeconds
 //   depthLimit   iterations; anything outside 1..maxDepth means maxDepth
 //   searchMoves  the root moves to search as texts separated by blanks; empty for all
-// Node limit, pondering and fixedMoveTime are set beforehand in nodeCounter and searchState. The side not to
-// move must not be in check. Answers the score of the last finished iteration in centipawns.
-int think(const Position& gamePosition, double allotted, int depthLimit, std::string searchMoves);
+// Node limit, pondering and fixedMoveTime are set beforehand in nodeCounter and searchState. The position has one
+// king of each colour, and the side not to move is not in check. Answers the first line's score of the last finished
+// iteration in centipawns.
+int think(const Position& gamePosition, double allotted, int depthLimit, const std::string& searchMoves);
+
+// What testMode records of an iteration instead of printing it.
+struct IterationRecord {
+    double seconds; // since the search began
+    std::uint64_t nodes;
+    int score; // centipawns
+    Move bestMove;
+};
+
+inline constexpr int recordedIterations = 128;
+
+// By iteration - 1.
+inline std::array<IterationRecord, recordedIterations> iterationRecords;
 
 } // namespace helvan

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+//
+// The rules that zero-window and principal-variation nodes of the main search share. For these two alone, which
+// inline them.
+#pragma once
+
+#include "board/move_picker.h"
+#include "search/limits.h"
+#include "search/node.h"
+#include "search/ordering.h"
+#include "search/reductions.h"
+#include "search/threats.h"
+
+namespace helvan {
+
+// A node of the main search while its moves are searched.
+struct MainNode {
+    MainNode(Position& at, int halfPlies, int fromRoot)
+        : position(at), depth(halfPlies), ply(fromRoot), inCheck(at.inCheck != 0) {}
+
+    Position& position;
+    int depth; // half-plies
+    int ply;
+    bool inCheck;
+    bool singleReply = false; // in check with one legal move
+    Move hashMove = nullMove;
+    int hashScore = 0;            // as stored
+    int hashDepth = 0;            // of the search behind hashScore
+    bool hashProvesScore = false; // hashScore is a lower bound or exact, and no mate
+    int eval = 0;                 // meaningless in check
+    Move counter = nullMove;
+    int best = -infiniteScore;
+    Move bestMove = nullMove;
+    bool bestIsRepetition = false;
+    int moveNumber = 0; // moves made so far
+    int quietCount = 0;
+    Move quiets[maxMoves]; // quiet moves made so far; uninitialised beyond their count
+};
+
+inline void adoptHit(MainNode& node, const TableHit& hit) {
+    node.hashMove = hit.move;
+    node.hashScore = hit.score;
+    node.hashDepth = hit.depth;
+    node.hashProvesScore =
+        hit.found && (hit.bound == lowerBound || hit.bound == exactBound) && absolute(hit.score) <= largestPlainScore;
+}
+
+inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
+    return {node.position,
+            kind,
+            node.hashMove,
+            killerPrimary[node.ply],
+            killerSecondary[node.ply],
+            history[node.position.sideToMove()]};
+}
+
+// Whether a side in check has just one legal move.
+inline bool hasSingleReply(const Position& position) {
+    MovePicker picker(position, PickerKind::evasions);
+    Position child;
+    int replies = 0;
+    for (Move move = nextMove(picker); move > 0 && replies < 2; move = nextMove(picker)) {
+        makeMove(position, child, move);
+        if (!moverLeftInCheck(child)) ++replies;
+    }
+    return replies == 1;
+}
+
+// One move of a node.
+struct MoveState {
+    Move move;
+    int number;    // among the node's moves, from 1
+    bool tactical; // capture or promotion
+    bool givesCheck;
+    bool quiet; // neither tactical nor a check nor an evasion
+    bool killer;
+    bool counter;     // the stored answer to the move before
+    int newDepth = 0; // the node's depth with the move's extension
+    bool repetition = false;
+};
+
+inline MoveState stateOf(const MainNode& node, const Position& child, Move move) {
+    MoveState state{};
+    state.move = move;
+    state.number = node.moveNumber;
+    state.tactical = isTactical(node.position, move);
+    state.givesCheck = child.inCheck != 0;
+    state.quiet = !state.tactical && !state.givesCheck && !node.inCheck;
+    state.killer = move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
+    state.counter = move == node.counter;
+    return state;
+}
+
+inline void rememberQuiet(MainNode& node, const MoveState& state) {
+    if (state.quiet && node.quietCount < maxMoves) node.quiets[node.quietCount++] = state.move;
+}
+
+// The draw score of a move that repeats a position or ends the fifty moves.
+inline int repetitionScore(int ply) { return ply % 2 != 0 ? usedDrawScore() : -usedDrawScore(); }
+
+inline bool capturesIntoPawnEnding(const Position& child) {
+    return child.phase == 0 && child.capturedPiece != 0 && child.capturedPiece != pawn;
+}
+
+// Gives the move its depth: half of the carry and the extension (quarter-plies) now, an odd quarter to the child.
+inline void extend(const MainNode& node, Position& child, MoveState& state, int extension) {
+    const int quarters = child.extensionCarry + extension;
+    state.newDepth = node.depth + quarters / 2;
+    child.extensionCarry = static_cast<std::uint8_t>(quarters % 2);
+}
+
+// A quiet move of a piece other than the king that saves the piece.
+inline bool isEscape(const MainNode& node, const MoveState& state) {
+    constexpr int shallowest = 6, deepest = 15;
+    if (state.newDepth < shallowest || state.newDepth > deepest || !state.quiet) return false;
+    const Square from = moveFrom(state.move);
+    if ((node.position.of(node.position.sideToMove(), king) & bit(from)) != 0) return false;
+    return isEnPrise(node.position, from) && see(node.position, state.move) >= 0;
+}
+
+// A move that threatens something keeps its depth near the horizon.
+inline bool threatensNearHorizon(const MoveState& state, const Position& child) {
+    constexpr int nearDepth = 9;
+    return state.newDepth <= nearDepth && lastMoveThreatens(child);
+}
+
+// What a node is worth in which no move was made.
+inline int scoreWithoutMoves(const MainNode& node) { return node.inCheck ? matedScore(node.ply) : 0; }
+
+// Notes a cut-off by a quiet move for the ordering of others.
+inline void noteQuietCutoff(const MainNode& node) {
+    noteCutoff(node.position, node.ply, node.depth, node.bestMove, node.quiets, node.quietCount);
+}
+
+} // namespace helvan

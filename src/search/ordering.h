@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+//
+// What the search remembers of moves to try the promising ones early: killers by ply, answers to the move before, and
+// the success of quiet moves.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "board/position.h"
+
+namespace helvan {
+
+inline constexpr int killerPlies = 256;
+
+inline std::array<Move, killerPlies> killerPrimary;
+inline std::array<Move, killerPlies> killerSecondary;
+
+struct CounterMove {
+    std::int32_t pieceType; // of the piece that made the move before
+    Move move;
+};
+
+// By the mover and the squares of the move before.
+inline std::array<CounterMove, 14 * 4096> counterMove;
+
+// Success of quiet moves, 0..65536, by side and type x 64 + to-square.
+inline constexpr std::int32_t largestHistory = 65536;
+inline std::int32_t history[2][512];
+
+void clearKillers();
+void clearCounterMoves();
+void clearHistory();
+
+// The stored answer to the position's last move, 0 if there is none.
+Move counterMoveOf(const Position& position);
+
+// Notes a quiet move that refuted the position, and the quiet moves tried before it without success.
+void noteCutoff(const Position& position, int ply, int depth, Move move, const Move* triedBefore, int triedCount);
+
+} // namespace helvan

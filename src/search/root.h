@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+//
+// The search of the root: keeps the ordered list of its moves from iteration to iteration.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "board/moves.h"
+#include "board/position.h"
+
+namespace helvan {
+
+struct RootMove {
+    Move move;
+    std::int32_t orderScore; // set before the first iteration
+    std::uint64_t nodes;     // below the move in the latest iteration
+};
+
+struct RootMoves {
+    RootMove list[maxMoves];
+    int count = 0;
+    int extensionCarry = 0; // the odd quarter-ply left over from move to move
+};
+
+inline RootMoves rootMoves;
+
+// Nodes spent in an iteration below the best move and below all others.
+struct NodeShares {
+    std::uint64_t best = 0;
+    std::uint64_t others = 0;
+};
+
+// Searches the root for the iteration depth / 2 (half-plies, even) in the window (alpha, beta) and answers the score
+// in centipawns; 0 when the search is stopped. At the first iteration the list of moves is made and the node counter
+// set to 0. Only the moves named in moveWords, separated by blanks, are searched; none named: all. pvOut, pvCapacity
+// moves long, receives the best line. Without a legal move: mated, or 0 for stalemate, and an empty line; without a
+// named one -infiniteScore and an empty line.
+int searchRoot(Position& position, int depth, int alpha, int beta, Move* pvOut, const std::string& moveWords,
+               NodeShares& shares);
+
+} // namespace helvan

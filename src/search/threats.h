@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+//
+// Whether something is about to be lost: what keeps the search from cutting a line short.
+#pragma once
+
+#include "board/position.h"
+
+namespace helvan {
+
+// Whether the piece that made the last move could win something now: it attacks a piece worth more, or one that is
+// not defended, or the exchange pays. False after a null move.
+bool lastMoveThreatens(const Position& position);
+
+// What the side to move stands to lose, in pawns: the most that an exchange on one of its pieces brings the enemy;
+// 15 when an enemy pawn is about to promote.
+int threatenedLoss(const Position& position);
+
+// Whether the enemy of the side to move gains by the exchange on the square.
+bool isEnPrise(const Position& position, Square square);
+
+} // namespace helvan

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "search/transposition_table.h"
+
+#include <bit>
+#include <cstdio>
+#include <cstring>
+
+#include "protocol/end_process.h"
+#include "search/large_memory.h"
+#include "search/settings.h"
+
+namespace helvan {
+
+TranspositionTable transpositionTable;
+
+namespace {
+
+constexpr int largestStoredScore = 32500;
+constexpr int boundBits = 4;
+
+std::uint8_t pack(Bound bound, int tag) { return static_cast<std::uint8_t>(bound | tag << boundBits); }
+
+// How readily an entry is given up, higher sooner: entries of old searches first, then the shallower.
+int victimRating(const TTEntry& candidate, const TTEntry& chosen, std::uint32_t generation) {
+    const bool shallower = candidate.depth < chosen.depth;
+    if (candidate.generation == generation) return shallower ? -5 : -6;
+    return shallower ? 1 : 0;
+}
+
+// Never the first entry, though the comparison begins with it.
+TTEntry& chooseVictim(TTBucket& bucket, std::uint32_t generation) {
+    constexpr int worstRating = -99;
+    TTEntry* chosen = &bucket.entries[0];
+    int best = worstRating;
+    for (int i = 1; i < entriesPerBucket; ++i) {
+        const int rating = victimRating(bucket.entries[i], *chosen, generation);
+        if (rating <= best) continue;
+        best = rating;
+        chosen = &bucket.entries[i];
+    }
+    return *chosen;
+}
+
+} // namespace
+
+std::uint64_t bucketCountFor(int megabytes) {
+    constexpr double bucketsPerMegabyte = 16384;
+    constexpr double leastShare = 0.51;
+    return std::bit_ceil(static_cast<std::uint64_t>(megabytes * bucketsPerMegabyte * leastShare));
+}
+
+void TranspositionTable::allocate(int megabytes) {
+    release();
+    const std::uint64_t count = bucketCountFor(megabytes);
+    buckets = static_cast<TTBucket*>(allocateZeroed(count * sizeof(TTBucket)));
+    if (buckets == nullptr) {
+        std::fprintf(stderr, "Hash table too big\n");
+        endProcess(1);
+    }
+    bucketCount = count;
+    mask = count - 1;
+    generation = 0;
+}
+
+void TranspositionTable::release() {
+    freeZeroed(buckets, bucketCount * sizeof(TTBucket));
+    *this = TranspositionTable{};
+}
+
+void TranspositionTable::clear() {
+    if (buckets != nullptr) std::memset(static_cast<void*>(buckets), 0, bucketCount * sizeof(TTBucket));
+    generation = 0;
+}
+
+void TranspositionTable::newGeneration() { generation = (generation + 1) & 255; }
+
+const TTEntry* TranspositionTable::probe(Key key) const {
+    if (buckets == nullptr) return nullptr;
+    for (const TTEntry& entry : buckets[key & mask].entries) {
+        if (entry.key == key) return &entry;
+    }
+    return nullptr;
+}
+
+void TranspositionTable::store(Key key, int depth, int score, Bound bound, Move move, int tag) {
+    if (buckets == nullptr || score < -largestStoredScore || score > largestStoredScore) return;
+    TTBucket& bucket = buckets[key & mask];
+    TTEntry* entry = nullptr;
+    for (TTEntry& candidate : bucket.entries) {
+        if (candidate.key != 0 && candidate.key != key) continue;
+        entry = &candidate;
+        break;
+    }
+    if (entry != nullptr) {
+        entry->boundAndTag = pack(bound, entry->boundAndTag >> boundBits); // the tag stays
+        if (move != nullMove) entry->move = static_cast<std::uint16_t>(move);
+    } else {
+        entry = &chooseVictim(bucket, generation);
+        entry->boundAndTag = pack(bound, tag);
+        entry->move = static_cast<std::uint16_t>(move);
+    }
+    entry->key = key;
+    entry->depth = static_cast<std::int16_t>(depth);
+    entry->score = static_cast<std::int16_t>(score);
+    entry->generation = static_cast<std::uint8_t>(generation);
+}
+
+int scoreToTable(int score, int ply) {
+    if (score > largestPlainScore) return score + ply;
+    return score < -largestPlainScore ? score - ply : score;
+}
+
+int scoreFromTable(int score, int ply) {
+    if (score > largestPlainScore) return score - ply;
+    return score < -largestPlainScore ? score + ply : score;
+}
+
+} // namespace helvan
