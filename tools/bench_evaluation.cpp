@@ -21,7 +21,7 @@ namespace helvan {
 
 namespace {
 
-constexpr std::size_t benchPositions = 50'000;
+constexpr std::size_t sampledPositions = 50'000;
 constexpr int longestGame = 120; // plies
 constexpr int randomOpening = 8; // plies
 constexpr int movesCompared = 6; // of the legal ones, drawn at random, the best by quiescence search is played
@@ -59,13 +59,13 @@ Move plausibleMove(const Position& position, int ply, Random& random) {
 // Quiet positions and others from games between weak players, the same in every run.
 std::vector<Position> positionsFromPlay() {
     std::vector<Position> positions;
-    positions.reserve(benchPositions);
+    positions.reserve(sampledPositions);
     Random random(1);
-    while (positions.size() < benchPositions) {
+    while (positions.size() < sampledPositions) {
         Position current;
         setupFromFen(current, startFen);
         refreshPieceSums(current);
-        for (int ply = 0; ply < longestGame && positions.size() < benchPositions; ++ply) {
+        for (int ply = 0; ply < longestGame && positions.size() < sampledPositions; ++ply) {
             const Move move = plausibleMove(current, ply, random);
             if (move == nullMove) break;
             Position child;

@@ -103,6 +103,12 @@ int benchEval(const Arguments&) {
     return 0;
 }
 
+int bench(const Arguments& arguments) {
+    constexpr int usualDepth = 11;
+    benchSearch(arguments.count > 0 ? intFromText(arguments[0]) : usualDepth);
+    return 0;
+}
+
 int benchPerft(const Arguments& arguments) {
     const int depth = arguments.count > 0 ? intFromText(arguments[0]) : 6;
     const Position position = positionFrom(startFen);
@@ -129,6 +135,7 @@ constexpr Tool tools[] = {
     {"board", "FEN", "the position and its keys", 1, 1, showBoard},
     {"see", "FEN MOVE", "the move's static exchange value in centipawns", 2, 2, showExchange},
     {"eval", "FEN", "the evaluation, term by term", 1, 1, showEvaluationOf},
+    {"bench", "[DEPTH]", "the search's signature and speed", 0, 1, bench},
     {"bench-perft", "[DEPTH]", "the speed of move generation and make-move", 0, 1, benchPerft},
     {"bench-eval", "", "the speed of the evaluation", 0, 0, benchEval},
 };

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include <cinttypes>
+#include <cstdio>
+
+#include "board/fen.h"
+#include "search/limits.h"
+#include "search/settings.h"
+#include "search/think.h"
+#include "search/transposition_table.h"
+#include "tools/bench_positions.h"
+#include "tools/debug_tools.h"
+
+namespace helvan {
+
+namespace {
+
+constexpr int benchHashMegabytes = 16;
+
+void printFigures(const char* what, std::uint64_t nodes, double seconds) {
+    std::printf("%-72s %11" PRIu64 " nodes %8.3f s %9.0f nodes a second\n", what, nodes, seconds,
+                static_cast<double>(nodes) / (seconds > shortestSeconds ? seconds : shortestSeconds));
+}
+
+std::uint64_t searchedNodes(const char* fen, int depth) {
+    Position position;
+    setupFromFen(position, fen);
+    const SearchScope scope;
+    searchState.pondering = 0;
+    searchState.fixedMoveTime = 0.0;
+    think(position, noTimeGoalSeconds, depth, "");
+    return nodeCounter.count;
+}
+
+} // namespace
+
+void benchSearch(int depth) {
+    testMode = 1; // prints nothing, and starts every search with empty tables
+    hashMegabytes = benchHashMegabytes;
+    transpositionTable.allocate(hashMegabytes);
+    std::uint64_t total = 0;
+    const double start = now();
+    for (const char* fen : benchPositions) {
+        const double began = now();
+        const std::uint64_t nodes = searchedNodes(fen, depth);
+        printFigures(fen, nodes, now() - began);
+        total += nodes;
+    }
+    printFigures("total", total, now() - start);
+    std::printf("signature %" PRIu64 "\n", total);
+}
+
+} // namespace helvan
