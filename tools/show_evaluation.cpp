@@ -10,6 +10,7 @@ namespace helvan {
 namespace {
 
 constexpr double thousandths = 1000.0;
+constexpr double perMille = 1000.0;
 
 // A pair's three columns, in pawns.
 void printPair(PackedScore score, int phase) {
@@ -45,10 +46,13 @@ void showEvaluation(const Position& position) {
         }
         printRow("sum", sums[white], sums[black], explanation.phase);
         std::printf("\nphase %d of %d\n", explanation.phase, fullPhase);
+        if (explanation.endingBonus != 0) {
+            std::printf("known ending %+.2f pawns for white\n", explanation.endingBonus / thousandths);
+        }
         std::printf("blended %.2f pawns for white\n",
                     static_cast<double>(explanation.blended) / (thousandths * fullPhase));
         std::printf("scaled %.3f for opposite bishops, %.3f for the material: %.2f pawns\n",
-                    explanation.bishopScale / 1000.0, explanation.materialScale / 1000.0,
+                    explanation.bishopScale / perMille, explanation.materialScale / perMille,
                     static_cast<double>(explanation.scaled) / (thousandths * fullPhase));
         std::printf("tempo %.2f for the side to move\n", explanation.tempo / thousandths);
     }

@@ -16,8 +16,9 @@ namespace helvan {
 // until the evaluation fills it.
 inline std::array<PackedScore, pieceTableSize> pieceSquareTable{};
 
-// The piece-square sum of the position computed anew.
+// The piece-square sum of the position computed anew, of all pieces or of one colour's.
 PackedScore pstOf(const Position& position);
+PackedScore pstOf(const Position& position, Colour colour);
 
 // Computes pstScore and phase anew. Setup from text leaves both 0, so a search calls this first.
 void refreshPieceSums(Position& position);

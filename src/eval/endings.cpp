@@ -184,12 +184,12 @@ int evaluateBishopPawnEnding(const Position& position) {
     return isDrawn ? escort.drawScore() : escort.winScore(bishopPawnWin);
 }
 
-// On its seventh rank a rook pawn leaves the lone king a corner in which it can only be stalemated; earlier the
-// knight takes the corner from it.
+// With a rook pawn on its seventh rank a lone king in the corner before it can only be stalemated; earlier the knight
+// takes the corner from it.
 int evaluateKnightPawnEnding(const Position& position) {
     if (!haveOneKingEach(position)) return 0;
     const PawnEscort escort(position);
-    const bool isDrawn = escort.isRookPawn() && escort.pawnSteps == 1 && escort.loneKingMeetsPawn();
+    const bool isDrawn = escort.isRookPawn() && escort.pawnSteps == 1 && escort.loneSteps == 0;
     return isDrawn ? escort.drawScore() : escort.winScore(knightPawnWin);
 }
 

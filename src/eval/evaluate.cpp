@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "board/attacks.h"
+#include "board/piece_square.h"
 #include "eval/endings.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluation.h"
@@ -115,9 +116,9 @@ template <Colour us> void evaluatePawnRelations(Evaluation& e) {
     const Bitboard blocked = position.of(them, pawn) & pawnSteps(us, e.occupied);
     e.credit[us] += evalTables.blockedPawnTable[popCount(blocked)];
     // The pawns that the enemy would open its game with: away from its king.
-    const Bitboard kingsPart = bit(b7) | bit(c7) | bit(d7) | bit(e7);
-    const Bitboard otherPart = bit(d7) | bit(e7) | bit(f7) | bit(g7);
-    const Bitboard centre = fileOf(e.kingSquare[them]) >= fileOf(e1) ? kingsPart : otherPart;
+    const Bitboard leftCentre = bit(b7) | bit(c7) | bit(d7) | bit(e7);
+    const Bitboard rightCentre = bit(d7) | bit(e7) | bit(f7) | bit(g7);
+    const Bitboard centre = fileOf(e.kingSquare[them]) >= fileOf(e1) ? leftCentre : rightCentre;
     const Bitboard home = us == white ? centre : centre >> 40;
     e.credit[us] += evalTables.blockedCentrePawnTable[popCount(blocked & home)];
 
@@ -129,8 +130,8 @@ template <Colour us> void evaluatePawnRelations(Evaluation& e) {
 
 void evaluatePieceLead(Evaluation& e) {
     const int lead = e.pieceCount[white] - e.pieceCount[black];
-    if (lead >= 2) e.credit[white] += evalParameters.pieceLead;
-    if (lead <= -2) e.credit[black] += evalParameters.pieceLead;
+    if (lead >= decisivePieceLead) e.credit[white] += evalParameters.pieceLead;
+    if (lead <= -decisivePieceLead) e.credit[black] += evalParameters.pieceLead;
 }
 
 // Thousandths of a pawn x 96, white's view.
@@ -252,8 +253,9 @@ EvalExplanation explainEvaluation(const Position& position) {
     Evaluation e(position);
     TermWatcher watcher{explanation.terms};
     evaluateTerms(e, watcher);
-    explanation.terms.push_back({"material, squares", position.pstScore, {}});
-    explanation.terms.push_back({"pawn structure", e.pawns->score, {}});
+    explanation.terms.push_back({"material, squares", pstOf(position, white), -pstOf(position, black)});
+    explanation.terms.push_back({"pawn structure", pawnStructureOf(position, white), pawnStructureOf(position, black)});
+    explanation.endingBonus = ending.score;
     explanation.phase = minimum(position.phase, fullPhase);
     explanation.blended = blendedValue(e, ending, explanation.phase);
     const Scaling scaling = scaleByMaterial(e, explanation.blended, explanation.phase, ending.scale);

@@ -13,7 +13,8 @@ namespace helvan {
 // Evaluations stay within this, well clear of the mate scores.
 inline constexpr int largestEvaluation = 31000;
 
-// Centipawns from the side to move's point of view. The position has one king of each colour, its pstScore and phase
+// Centipawns from the side to move's point of view. The position has one king of each colour and no pawn
+// on the first or last rank, its pstScore and phase
 // are up to date, and the tables are built. Draws by repetition or by the fifty-move rule are not seen.
 int evaluate(const Position& position);
 
@@ -28,7 +29,8 @@ struct EvalExplanation {
     bool special = false;     // a known ending was judged as a whole: only score is set
     std::vector<Term> terms;  // in the order of their computation
     int phase = 0;            // 0..96
-    std::int64_t blended = 0; // thousandths of a pawn x 96, white's view
+    int endingBonus = 0;      // of a known ending, thousandths of a pawn, white's view
+    std::int64_t blended = 0; // with that, thousandths of a pawn x 96, white's view
     int bishopScale = 1000;   // per mille, for bishops of opposite colours
     int materialScale = 1000; // per mille, for scarce material and known endings
     std::int64_t scaled = 0;  // thousandths of a pawn x 96, white's view

@@ -21,7 +21,7 @@ struct Evaluation {
     int pawnCount[2];
     // By colour and piece type: the squares that its pieces of the type attack. Slot 0 is unused.
     Bitboard attacks[2][boardsPerColour] = {};
-    int pieceWeight[2] = {}; // knight 24, bishop 28, rook 40, queen 72: the low three bits tell odd bishops
+    int pieceWeight[2] = {}; // the sum of pieceWeights
     int pieceCount[2] = {};  // without pawns and king
     int kingUnits[2] = {};   // of attack by the colour on the enemy king
 };

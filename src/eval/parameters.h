@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // What the evaluation knows, as data: (opening, endgame) pairs in thousandths of a pawn, from the view of the side
-// that they are credited to. Nothing here is read by the evaluation itself but through the tables that eval/tables
-// builds, and a few pairs directly; whoever changes a value calls initEvalTables.
+// that they are credited to. The evaluation reads some directly and some through the tables that eval/tables builds:
+// whoever changes a value has everything built anew (rebuildTables).
 #pragma once
 
 #include <array>
@@ -85,6 +85,20 @@ struct ParameterRow {
 };
 
 std::span<const ParameterRow> parameterRows();
+
+// The shapes that turn a step or a peak into a table.
+inline constexpr int usualPawns = 5;          // of one side: where more pawns begin to count
+inline constexpr int usualPawnsOfAColour = 3; // on squares of one colour
+inline constexpr int usualKingDistance = 4;   // of a knight from its king
+// By the number of threats, in halves of the first: the second weighs more, since only one can be parried.
+inline constexpr int threatHalves[9] = {0, 2, 5, 8, 11, 14, 17, 20, 23};
+// From the second to the seventh rank, in parts of the value on the seventh: the last steps weigh most.
+inline constexpr int passedParts[6] = {0, 1, 3, 7, 13, 20};
+
+// What each piece counts in the comparison of material, by type: eighths are compared, and the low three bits tell an
+// odd number of bishops.
+inline constexpr int pieceWeights[7] = {0, 0, 24, 28, 40, 72, 0};
+inline constexpr int decisivePieceLead = 2;
 
 // The option "King Safety Aggressiveness": what the king-safety curve is multiplied by.
 inline int kingSafetyAggressiveness = 6;

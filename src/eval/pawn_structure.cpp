@@ -128,29 +128,31 @@ PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
     return score + evalTables.pawnIslandTable[files] + shelter(side) + storm(side);
 }
 
+Side sideOf(const Position& position, Colour us) {
+    const Colour enemy = opponent(us);
+    const Bitboard own = position.of(us, pawn), enemyPawns = position.of(enemy, pawn);
+    return {us,
+            own,
+            enemyPawns,
+            pawnAttacks(us, own),
+            pawnAttacks(enemy, enemyPawns),
+            lowestBit(position.of(us, king)),
+            lowestBit(position.of(enemy, king))};
+}
+
 void computeEntry(const Position& position, PawnEntry& entry) {
     entry = PawnEntry{};
     entry.key = position.pawnKey;
-    for (Colour us : {white, black}) {
-        const Colour enemy = opponent(us);
-        const Bitboard own = position.of(us, pawn), enemyPawns = position.of(enemy, pawn);
-        const Side side = {us,
-                           own,
-                           enemyPawns,
-                           pawnAttacks(us, own),
-                           pawnAttacks(enemy, enemyPawns),
-                           lowestBit(position.of(us, king)),
-                           lowestBit(position.of(enemy, king))};
-        const PackedScore score = evaluateSide(side, entry.passed[us]);
-        if (us == white) {
-            entry.score += score;
-        } else {
-            entry.score -= score;
-        }
-    }
+    entry.score += evaluateSide(sideOf(position, white), entry.passed[white]);
+    entry.score -= evaluateSide(sideOf(position, black), entry.passed[black]);
 }
 
 } // namespace
+
+PackedScore pawnStructureOf(const Position& position, Colour us) {
+    PawnEntry unused;
+    return evaluateSide(sideOf(position, us), unused.passed[us]);
+}
 
 const PawnEntry& evaluatePawns(const Position& position) {
     ++etableProbes;

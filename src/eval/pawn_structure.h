@@ -12,4 +12,7 @@ namespace helvan {
 // has one king of each colour, and the tables are built.
 const PawnEntry& evaluatePawns(const Position& position);
 
+// What one colour's pawns are worth to it, computed without the table.
+PackedScore pawnStructureOf(const Position& position, Colour us);
+
 } // namespace helvan

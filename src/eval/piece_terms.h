@@ -33,7 +33,7 @@ template <Colour us> PieceContext preparePieces(Evaluation& e) {
     PieceContext context;
     context.unsafeForMinors = position.of(us, pawn) | (e.attacks[them][pawn] & ~enemyPieces);
     context.unsafeForMajors = context.unsafeForMinors | (e.attacks[them][knight] & ~enemyPieces);
-    context.checkSquares = ~(position.of(us, allPieces) | position.of(them, king) | (e.attacks[them][pawn] & ~enemies));
+    context.checkSquares = ~(position.of(us, allPieces) | (e.attacks[them][pawn] & ~enemies));
     context.enemyKingZone = kingAttacks[enemyKing];
     context.enemyKingDiagonals = bishopAttacks(enemyKing, e.occupied);
     context.enemyKingStraights = rookAttacks(enemyKing, e.occupied);
@@ -45,25 +45,24 @@ template <Colour us> void countPiece(Evaluation& e, int weight) {
     ++e.pieceCount[us];
 }
 
-// Own bishops that aim at the enemy king with nothing but enemy knights between.
+// Own bishops that aim at the enemy king with enemy knights, and nothing else, between.
 template <Colour us> void evaluateKnightPins(Evaluation& e) {
     constexpr Colour them = opponent(us);
     const Square enemyKing = e.kingSquare[them];
-    const Bitboard others = e.occupied & ~e.position.of(them, knight);
+    const Bitboard knights = e.position.of(them, knight);
     for (Bitboard bishops = e.position.of(us, bishop) & bishopLines[enemyKing]; bishops != 0;) {
-        if ((between[popLowestBit(bishops)][enemyKing] & others) == 0)
-            e.credit[us] += evalParameters.knightInBishopsAim;
+        const Bitboard blockers = between[popLowestBit(bishops)][enemyKing] & e.occupied;
+        if (blockers != 0 && (blockers & ~knights) == 0) e.credit[us] += evalParameters.knightInBishopsAim;
     }
 }
 
 template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& context) {
-    constexpr int weight = 24;
     const Square enemyKing = e.kingSquare[opponent(us)];
     for (Bitboard knights = e.position.of(us, knight); knights != 0;) {
         const Square square = popLowestBit(knights);
         const Bitboard attacks = knightAttacks[square];
         const Bitboard safe = attacks & ~context.unsafeForMinors;
-        countPiece<us>(e, weight);
+        countPiece<us>(e, pieceWeights[knight]);
         e.credit[us] += evalTables.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
         e.credit[us] += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
         e.credit[us] += evalTables.knightPawnsTable[e.pawnCount[us]];
@@ -80,7 +79,6 @@ template <Colour us> bool facesPawn(const Evaluation& e, Square square) {
 }
 
 template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& context) {
-    constexpr int weight = 28;
     const Bitboard bishops = e.position.of(us, bishop);
     const Bitboard ownPawns = e.position.of(us, pawn);
     for (Bitboard left = bishops; left != 0;) {
@@ -88,7 +86,7 @@ template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& con
         const Bitboard attacks = bishopAttacks(square, e.occupied);
         const Bitboard ownColour = (bit(square) & darkSquares) != 0 ? darkSquares : ~darkSquares;
         e.attacks[us][bishop] |= attacks;
-        countPiece<us>(e, weight);
+        countPiece<us>(e, pieceWeights[bishop]);
         e.credit[us] += bishopMobility[popCount(attacks & ~context.unsafeForMinors)];
         if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += bishopZoneUnits;
         e.credit[us] += evalTables.bishopOwnColourPawnsTable[popCount(ownPawns & ownColour)];
@@ -110,14 +108,13 @@ template <Colour us> PackedScore rookFileTerm(const Evaluation& e, Square square
 }
 
 template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& context) {
-    constexpr int weight = 40;
     const Bitboard rooks = e.position.of(us, rook);
     const bool enemyKingAtHome = relativeRankOf(us, e.kingSquare[opponent(us)]) == 7;
     for (Bitboard left = rooks; left != 0;) {
         const Square square = popLowestBit(left);
         const Bitboard attacks = rookAttacks(square, e.occupied);
         e.attacks[us][rook] |= attacks;
-        countPiece<us>(e, weight);
+        countPiece<us>(e, pieceWeights[rook]);
         if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += rookZoneUnits;
         if ((rookLines[square] & rooks & ~bit(square)) != 0) e.credit[us] += evalParameters.rooksOnLine;
         if (enemyKingAtHome && relativeRankOf(us, square) == 6) e.credit[us] += evalParameters.rookOnSeventh;
@@ -146,14 +143,13 @@ int queenCheckUnits(const Evaluation& e, const PieceContext& context, Square squ
 }
 
 template <Colour us> void evaluateQueens(Evaluation& e, const PieceContext& context) {
-    constexpr int weight = 72;
     const Bitboard queens = e.position.of(us, queen);
     int checkUnits = 0;
     for (Bitboard left = queens; left != 0;) {
         const Square square = popLowestBit(left);
         const Bitboard attacks = queenAttacks(square, e.occupied);
         e.attacks[us][queen] |= attacks;
-        countPiece<us>(e, weight);
+        countPiece<us>(e, pieceWeights[queen]);
         e.credit[us] += queenMobility[popCount(attacks & ~context.unsafeForMajors)];
         if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += queenZoneUnits;
         checkUnits += queenCheckUnits<us>(e, context, square, attacks);

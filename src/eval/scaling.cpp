@@ -4,12 +4,13 @@
 #include <algorithm>
 
 #include "board/bits.h"
+#include "eval/parameters.h"
 
 namespace helvan {
 
 namespace {
 
-constexpr int loneBishopWeight = 28;
+constexpr int loneBishopWeight = pieceWeights[bishop];
 constexpr int weightStep = 8; // weights are compared in these: three make a knight
 
 // 1000 times the square root of 0..21, rounded.

@@ -19,7 +19,7 @@ std::int64_t roundedQuotient(std::int64_t value, int divisor);
 
 // One side's material, as scaling looks at it.
 struct ScaledSide {
-    int pieceWeight; // knight 24, bishop 28, rook 40, queen 72
+    int pieceWeight; // the sum of pieceWeights
     int pawnCount;
     int passedCount;
 };
@@ -29,8 +29,8 @@ struct OppositeBishopScale {
     bool materialRules; // whether the rules of scarce material apply besides
 };
 
-// For one bishop a side on squares of different colours, and other pieces or none. Sides by colour; stronger is the
-// colour ahead, phase 0..96.
+// For an odd number of bishops a side, on squares of both colours, and other pieces or none. Sides by colour; stronger
+// is the colour ahead, phase 0..96.
 OppositeBishopScale oppositeBishopScale(const ScaledSide (&sides)[2], Colour stronger, int phase);
 
 // The scale, per mille, of the first rule of scarce material that applies.

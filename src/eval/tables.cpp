@@ -69,30 +69,26 @@ PackedTable9 linear(PackedScore value, int reference) {
     return table;
 }
 
-// The second threat weighs more than the first, since only one can be parried; in halves of the first.
 PackedTable9 convexThreats(PackedScore value) {
-    constexpr int halves[9] = {0, 2, 5, 8, 11, 14, 17, 20, 23};
     PackedTable9 table;
     for (int count = 0; count < 9; ++count) {
-        table.entries[count] = packed(value.opening() * halves[count] / 2, value.endgame() * halves[count] / 2);
+        table.entries[count] =
+            packed(value.opening() * threatHalves[count] / 2, value.endgame() * threatHalves[count] / 2);
     }
     return table;
 }
 
-// From the second to the seventh rank, as a share of the value on the seventh: the last steps weigh most.
+// From the second to the seventh rank.
 PassedTable convexRanks(PackedScore top) {
-    constexpr int twentieths[6] = {0, 1, 3, 7, 13, 20};
     PassedTable table;
     for (int rank = 0; rank < 6; ++rank) {
-        table[rank] = packed(top.opening() * twentieths[rank] / 20, top.endgame() * twentieths[rank] / 20);
+        const int part = passedParts[rank];
+        table[rank] = packed(top.opening() * part / passedParts[5], top.endgame() * part / passedParts[5]);
     }
     return table;
 }
 
 void fillShapes() {
-    constexpr int usualPawns = 5; // of one side in the middle game
-    constexpr int usualPawnsOfAColour = 3;
-    constexpr int usualKingDistance = 4; // of a knight from its king
     const EvalParameters& p = evalParameters;
     EvalTables& t = evalTables;
     for (int distance = 0; distance < 8; ++distance) {

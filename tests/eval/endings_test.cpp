@@ -320,6 +320,7 @@ TEST(KnightPawnEnding, IsDrawnOnTheSeventhRankOnly) {
     EXPECT_GT(scoreOf("k7/8/P7/1N6/3K4/8/8/8 w - -"), 300);
     EXPECT_GT(scoreOf("1k6/1P6/8/N7/3K4/8/8/8 w - -"), 300);
     EXPECT_GT(scoreOf("8/P7/8/1N6/3K4/8/6k1/8 b - -"), 300);
+    EXPECT_GT(scoreOf("2k5/P7/1K6/N7/8/8/8/8 b - -"), 300); // beside the corner is not in it
 }
 
 } // namespace helvan::testing

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "search/transposition_table.h"
+
+#include <gtest/gtest.h>
+
+#include "search/settings.h"
+
+namespace helvan::testing {
+
+namespace {
+
+class Table : public ::testing::Test {
+protected:
+    Table() { table.allocate(1); }
+    ~Table() override { table.release(); }
+
+    // The n-th key of the first bucket, from 1.
+    Key keyOf(std::uint64_t n) const { return n * table.bucketCount; }
+    void storeNth(std::uint64_t n, int depth) { table.store(keyOf(n), depth, 0, exactBound, 1, 0); }
+
+    TranspositionTable table;
+};
+
+} // namespace
+
+TEST(TableSize, IsThePowerOfTwoNearestBelow) {
+    constexpr std::uint64_t bucketsPerMegabyte = 16384;
+    const int sizes[][2] = {{1, 1}, {2, 2}, {64, 64}, {100, 64}, {125, 64}, {127, 128}, {4096, 4096}};
+    for (const auto& [asked, given] : sizes) EXPECT_EQ(bucketCountFor(asked), given * bucketsPerMegabyte) << asked;
+}
+
+TEST_F(Table, FirstEntryIsNeverGivenAway) {
+    storeNth(1, 0);
+    for (int n = 2; n < 60; ++n) {
+        if (n % 5 == 0) table.newGeneration();
+        storeNth(n, n % 7);
+        ASSERT_NE(table.probe(keyOf(1)), nullptr);
+        ASSERT_NE(table.probe(keyOf(n)), nullptr) << "the newest is always stored";
+    }
+    table.clear();
+    EXPECT_EQ(table.probe(keyOf(1)), nullptr);
+}
+
+TEST_F(Table, OldAndShallowEntriesGoFirst) {
+    for (int n = 1; n <= 4; ++n) storeNth(n, 20 - n);
+    table.newGeneration();
+    storeNth(3, 2); // fresh again, if shallow
+    storeNth(5, 1);
+    EXPECT_NE(table.probe(keyOf(3)), nullptr);
+    EXPECT_EQ(table.probe(keyOf(2)), nullptr); // old, and shallower than the first
+    EXPECT_NE(table.probe(keyOf(4)), nullptr); // no less old, but rated no higher than the choice before it
+}
+
+TEST_F(Table, SameKeyIsUpdatedInPlace) {
+    table.store(7, 10, 50, lowerBound, 1234, 0);
+    table.store(7, 3, -20, upperBound, nullMove, 0);
+    const TTEntry* entry = table.probe(7);
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->depth, 3);
+    EXPECT_EQ(entry->score, -20);
+    EXPECT_EQ(entry->bound(), upperBound);
+    EXPECT_EQ(entry->move, 1234);          // no new move: the old one stays
+    table.store(7, 3, 0, exactBound, 99, 0);
+    EXPECT_EQ(table.probe(7)->move, 99);
+}
+
+TEST_F(Table, RefusesScoresThatNoSearchHas) {
+    table.store(7, 1, 32501, exactBound, 1, 0);
+    table.store(7, 1, -32501, exactBound, 1, 0);
+    EXPECT_EQ(table.probe(7), nullptr);
+    table.store(7, 1, 32500, exactBound, 1, 0);
+    EXPECT_NE(table.probe(7), nullptr);
+}
+
+TEST_F(Table, ReleasedTableFindsAndKeepsNothing) {
+    table.release();
+    table.store(7, 1, 0, exactBound, 1, 0);
+    table.clear();
+    table.newGeneration();
+    table.prefetch(7);
+    EXPECT_EQ(table.probe(7), nullptr);
+}
+
+TEST(TableScores, MatesCountFromThePosition) {
+    EXPECT_EQ(scoreToTable(31990, 5), 31995);
+    EXPECT_EQ(scoreFromTable(31995, 9), 31986);
+    for (const int plain : {31799, -31799, 0}) EXPECT_EQ(scoreToTable(plain, 7), plain);
+    for (int ply = 0; ply < 100; ++ply) {
+        for (const int score : {31999, 31901, -31999, -31901, 300}) {
+            EXPECT_EQ(scoreFromTable(scoreToTable(score, ply), ply), score);
+        }
+    }
+}
+
+} // namespace helvan::testing
