@@ -54,6 +54,8 @@ void updateNodeOverride() {
     nodeCounter.overrideLimit = searchState.firstIteration != 0 || searchState.pondering != 0 ? 1 : 0;
 }
 
+void resetCheckCounter() { checkCounter = 0; }
+
 bool searchMustStop() {
     if (nodeCounter.stopSearch != 0) return true;
     ++checkCounter;

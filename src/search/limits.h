@@ -51,6 +51,9 @@ void setDeadlines(double allotted);
 // Decides whether make-move may count nodes beyond the limit: in the first iteration and while pondering.
 void updateNodeOverride();
 
+// Starts the periodic check's count anew, so that equal searches stop at equal nodes.
+void resetCheckCounter();
+
 // The check at the start of every call of a search routine: true means "return 0 at once". Every 256th call
 // handles a waiting command and tests node limit and clock.
 bool searchMustStop();

@@ -54,12 +54,12 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
             history[node.position.sideToMove()]};
 }
 
-// Whether a side in check has just one legal move.
-inline bool hasSingleReply(const Position& position) {
+// Whether a side in check has just one legal move. Kept out of its callers, whose stack frames recurse.
+[[gnu::noinline]] inline bool hasSingleReply(const Position& position) {
     MovePicker picker(position, PickerKind::evasions);
     Position child;
     int replies = 0;
-    for (Move move = nextMove(picker); move > 0 && replies < 2; move = nextMove(picker)) {
+    for (Move move = nextMove(picker); move > 0 && replies < 3; move = nextMove(picker)) {
         makeMove(position, child, move);
         if (!moverLeftInCheck(child)) ++replies;
     }

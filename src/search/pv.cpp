@@ -73,7 +73,7 @@ int extensionOf(const PvNode& node, const Position& child, const MoveState& stat
         !losesMaterial(node.position, state.move)) {
         extension += 2;
     }
-    if (extension < mostExtension) extension += singularExtension(node, state);
+    extension += singularExtension(node, state);
     return minimum(extension, mostExtension);
 }
 

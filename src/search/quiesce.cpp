@@ -52,7 +52,9 @@ bool losesQuietly(const QuiescenceNode& node, Move move) {
 
 bool skippedBeforeMake(const QuiescenceNode& node, Move move) {
     if (isUnderPromotion(move) || deltaPruned(node, move) || losesQuietly(node, move)) return true;
-    return node.depth < recapturesOnlyBelow && moveTo(move) != moveTo(node.position.lastMove);
+    // Not in check, where leaving evasions out would look like mate.
+    return node.position.inCheck == 0 && node.depth < recapturesOnlyBelow &&
+           moveTo(move) != moveTo(node.position.lastMove);
 }
 
 // True when the move decides the node.

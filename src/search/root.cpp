@@ -16,6 +16,7 @@ namespace helvan {
 namespace {
 
 struct RootNode {
+    RootMoves& moves;
     Position& position;
     int depth; // half-plies
     int alpha;
@@ -56,7 +57,7 @@ void sortByOrderScore(RootMoves& moves) {
     }
 }
 
-void makeRootMoves(const Position& position) {
+void makeRootMoves(RootMoves& rootMoves, const Position& position) {
     Move moves[maxMoves];
     const int count = allMoves(position, moves);
     rootMoves.count = 0;
@@ -67,13 +68,6 @@ void makeRootMoves(const Position& position) {
     }
     sortByOrderScore(rootMoves);
     nodeCounter.count = 0;
-}
-
-bool isNamed(const std::string& words, Move move) {
-    if (words.find_first_not_of(' ') == std::string::npos) return true;
-    char text[moveTextSize];
-    moveToText(move, text);
-    return (' ' + words + ' ').find(' ' + std::string(text) + ' ') != std::string::npos;
 }
 
 RootMoveState enterMove(RootNode& node, const Position& child, Move move) {
@@ -92,8 +86,8 @@ RootMoveState enterMove(RootNode& node, const Position& child, Move move) {
         extension += captureExtension;
     }
     if (state.givesCheck || position.inCheck != 0 || push || safeCapture) node.interesting = true;
-    const int quarters = rootMoves.extensionCarry + extension;
-    rootMoves.extensionCarry = quarters % 2;
+    const int quarters = node.moves.extensionCarry + extension;
+    node.moves.extensionCarry = quarters % 2;
     state.depth = node.depth + quarters / 2 - 2;
     return state;
 }
@@ -113,29 +107,37 @@ int searchRootMove(RootNode& node, Position& child, const RootMoveState& state, 
     return -searchPv(child, -node.beta, -node.alpha, state.depth, 1, line);
 }
 
-void moveToFront(int index) { std::rotate(rootMoves.list, rootMoves.list + index, rootMoves.list + index + 1); }
+void moveToFront(RootMoves& moves, int index) { std::rotate(moves.list, moves.list + index, moves.list + index + 1); }
 
 } // namespace
 
-int searchRoot(Position& position, int depth, int alpha, int beta, Move* pvOut, const std::string& moveWords,
-               NodeShares& shares) {
+bool isNamed(const std::string& words, Move move) {
+    if (words.find_first_not_of(' ') == std::string::npos) return true;
+    char text[moveTextSize];
+    moveToText(move, text);
+    return (' ' + words + ' ').find(' ' + std::string(text) + ' ') != std::string::npos;
+}
+
+int searchRoot(RootSearch& search, Position& position, int depth, int alpha, int beta, Move* pvOut,
+               const std::string& moveWords, NodeShares& shares) {
     constexpr int firstReportedMoves = 6, firstReportedLines = 5; // iterations
     constexpr double quietSeconds = 0.25;
     pvOut[0] = nullMove;
     if (searchMustStop()) return 0;
     position.pvPly = position.extensionCarry = position.horizonMark = 0;
     const int iteration = depth / 2;
-    if (iteration == 1) makeRootMoves(position);
+    RootMoves& rootMoves = search.moves;
+    if (iteration == 1) makeRootMoves(rootMoves, position);
     if (rootMoves.count == 0) return position.inCheck != 0 ? matedScore(0) : 0;
 
-    const bool singleLine = testMode == 0 && usedMultiPv() == 1;
-    RootNode node{position, depth, alpha, beta,
-                  singleLine && iteration >= firstReportedMoves && searchSeconds() > quietSeconds};
+    const bool singleLine = testMode == 0 && search.ranks == 1;
+    RootNode node{rootMoves, position, depth,
+                  alpha,     beta,     singleLine && iteration >= firstReportedMoves && searchSeconds() > quietSeconds};
     for (int i = 0; i < rootMoves.count; ++i) {
         RootMove& root = rootMoves.list[i];
         Position child;
+        if (!makeLegalMove(position, child, root.move) || !isNamed(moveWords, root.move)) continue;
         const std::uint64_t nodesBefore = nodeCounter.count;
-        if (!isNamed(moveWords, root.move) || !makeLegalMove(position, child, root.move)) continue;
         ++node.moveNumber;
         if (node.reportsMoves) printCurrentMove(root.move, node.moveNumber);
         const RootMoveState state = enterMove(node, child, root.move);
@@ -153,7 +155,7 @@ int searchRoot(Position& position, int depth, int alpha, int beta, Move* pvOut, 
         node.alpha = maximum(node.alpha, score);
     }
     if (node.bestIndex < 0) return node.best;
-    moveToFront(node.bestIndex);
+    moveToFront(rootMoves, node.bestIndex);
     shares.best += rootMoves.list[0].nodes;
     for (int i = 1; i < rootMoves.count; ++i) shares.others += rootMoves.list[i].nodes;
     return node.best;

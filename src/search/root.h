@@ -23,12 +23,16 @@ struct RootMoves {
     int extensionCarry = 0; // the odd quarter-ply left over from move to move
 };
 
-inline RootMoves rootMoves;
-
 // Nodes spent in an iteration below the best move and below all others.
 struct NodeShares {
     std::uint64_t best = 0;
     std::uint64_t others = 0;
+};
+
+// What one search keeps from call to call of searchRoot.
+struct RootSearch {
+    RootMoves moves;
+    int ranks = 1; // lines asked for: with several, none is printed before the iteration ends
 };
 
 // Searches the root for the iteration depth / 2 (half-plies, even) in the window (alpha, beta) and answers the score
@@ -36,7 +40,10 @@ struct NodeShares {
 // set to 0. Only the moves named in moveWords, separated by blanks, are searched; none named: all. pvOut, pvCapacity
 // moves long, receives the best line. Without a legal move: mated, or 0 for stalemate, and an empty line; without a
 // named one -infiniteScore and an empty line.
-int searchRoot(Position& position, int depth, int alpha, int beta, Move* pvOut, const std::string& moveWords,
-               NodeShares& shares);
+int searchRoot(RootSearch& search, Position& position, int depth, int alpha, int beta, Move* pvOut,
+               const std::string& moveWords, NodeShares& shares);
+
+// Whether the blank-separated words hold the move's text; no words stand for every move.
+bool isNamed(const std::string& words, Move move);
 
 } // namespace helvan

@@ -178,7 +178,10 @@ int extensionOf(const ScoutNode& node, const Position& child, const MoveState& s
         if (node.parity != 0 && node.depth <= 15) extension += 1;
     }
     if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) extension += 2;
-    if (extension == 0 && state.move == node.hashMove && node.depth >= 6 && node.depth <= 15) extension = 2;
+    const bool searchedFirst = state.number == (node.tacticalOnly ? 2 : 1);
+    if (extension == 0 && state.move == node.hashMove && searchedFirst && node.depth >= 6 && node.depth <= 15) {
+        extension = 2;
+    }
     extension = singularExtension(node, state, extension);
     return minimum(extension, mostExtension);
 }

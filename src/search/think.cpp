@@ -2,6 +2,7 @@
 #include "search/think.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "board/attacks.h"
 #include "board/bits.h"
@@ -48,7 +49,22 @@ struct Iterations {
     int scores[recordedIterations] = {};     // of the first line, by iteration
     Move bestMoves[recordedIterations] = {}; // the same
     double bestMoveShare = 0.5;              // of the nodes below the best move, averaged over iterations
+    RootSearch rootSearch;
+    // The game before the root, as far as repetitions reach: a command in the middle may replace the game.
+    std::vector<Position> ancestors;
 };
+
+void copyAncestors(Iterations& search) {
+    std::vector<Position>& ancestors = search.ancestors;
+    const Position* ancestor = search.root.prev;
+    for (int plies = search.root.fifty; plies > 0 && ancestor != nullptr; --plies, ancestor = ancestor->prev) {
+        ancestors.push_back(*ancestor);
+    }
+    search.root.prev = ancestors.empty() ? nullptr : &ancestors[0];
+    for (std::size_t i = 0; i < ancestors.size(); ++i) {
+        ancestors[i].prev = i + 1 < ancestors.size() ? &ancestors[i + 1] : nullptr;
+    }
+}
 
 std::string textOf(Move move) {
     char text[moveTextSize];
@@ -85,7 +101,7 @@ void resetSearch() {
     searchState.timeUp = 0;
     nodeCounter.stopSearch = 0;
     updateNodeOverride();
-    rootMoves = {};
+    resetCheckCounter();
     clearKillers();
     const bool forget = newGame || deterministic != 0;
     if (forget) {
@@ -113,7 +129,7 @@ constexpr Window fullWindow = {-infiniteScore, infiniteScore};
 Window firstWindow(const Iterations& search) {
     constexpr int firstNarrow = 5; // iterations
     const int depth = search.depth;
-    if (depth < firstNarrow || usedMultiPv() > 1) return fullWindow;
+    if (depth < firstNarrow || search.rootSearch.ranks > 1) return fullWindow;
     const int s0 = search.scores[depth - 1], s1 = search.scores[depth - 2], s2 = search.scores[depth - 3];
     const int half = maximum((absolute(s1 - s2) + absolute(s0 - s1)) / 2, aspirationMin);
     return {maximum(-infiniteScore, s0 - half), minimum(infiniteScore, s0 + half)};
@@ -136,7 +152,8 @@ Window aboveFailure(int score, Window window) {
 int searchWindows(Iterations& search, const std::string& words, Move* pv, NodeShares& shares) {
     Window window = firstWindow(search);
     const auto searchOnce = [&] {
-        return searchRoot(search.root, search.depth * 2, window.alpha, window.beta, pv, words, shares);
+        return searchRoot(search.rootSearch, search.root, search.depth * 2, window.alpha, window.beta, pv, words,
+                          shares);
     };
     const auto failsLow = [&](int score) { return score <= window.alpha && window.alpha > -infiniteScore; };
     const auto failsHigh = [&](int score) { return score >= window.beta && window.beta < infiniteScore; };
@@ -187,7 +204,7 @@ void updateBestMoveShare(Iterations& search, const NodeShares& shares) {
 void searchRanks(Iterations& search) {
     std::string words = search.searchMoves;
     NodeShares shares;
-    for (int rank = 0; rank < usedMultiPv(); ++rank) {
+    for (int rank = 0; rank < search.rootSearch.ranks; ++rank) {
         Move pv[pvCapacity] = {};
         const int score = searchWindows(search, words, pv, shares);
         if (nodeCounter.stopSearch != 0) return;
@@ -208,9 +225,14 @@ void searchRanks(Iterations& search) {
 }
 
 void reportRanks(Iterations& search) {
-    std::stable_sort(search.lines, search.lines + search.lineCount,
-                     [](const PvLine& a, const PvLine& b) { return a.score > b.score; });
-    if (usedMultiPv() == 1 || testMode != 0) return;
+    // Each rank takes the best of those behind it; equals keep their order.
+    for (int rank = 0; rank < search.lineCount; ++rank) {
+        PvLine* const first = search.lines + rank;
+        PvLine* const best = std::max_element(first, search.lines + search.lineCount,
+                                              [](const PvLine& a, const PvLine& b) { return a.score < b.score; });
+        std::rotate(first, best, best + 1);
+    }
+    if (search.rootSearch.ranks == 1) return;
     for (int rank = 0; rank < search.lineCount; ++rank) {
         const PvLine& line = search.lines[rank];
         printRank(rank + 1, search.depth, line.score, line.milliseconds, line.nodes, line.pv);
@@ -246,13 +268,12 @@ bool finishIteration(Iterations& search) {
 
 // A search stopped before its first line was finished still has a move to answer with.
 void ensureMove(Iterations& search) {
-    if (search.lineCount > 0 || search.searchMoves.empty()) return;
-    Move moves[maxMoves];
-    const int count = allMoves(search.root, moves);
-    const std::string first = search.searchMoves.substr(0, search.searchMoves.find(' '));
-    for (int i = 0; i < count; ++i) {
-        if (textOf(moves[i]) == first) search.lines[0].pv[0] = moves[i];
-    }
+    if (search.lineCount > 0) return;
+    const RootMoves& moves = search.rootSearch.moves;
+    const auto* const end = moves.list + moves.count;
+    const auto* const first =
+        std::find_if(moves.list, end, [&](const RootMove& root) { return isNamed(search.searchMoves, root.move); });
+    if (first != end) search.lines[0].pv[0] = first->move;
 }
 
 void iterate(Iterations& search) {
@@ -283,6 +304,8 @@ int think(const Position& gamePosition, double allotted, int depthLimit, const s
     resetSearch();
     Iterations search(gamePosition, allotted, depthLimit, searchMoves);
     refreshPieceSums(search.root);
+    copyAncestors(search);
+    search.rootSearch.ranks = usedMultiPv();
     if (search.searchMoves.empty()) search.searchMoves = legalMoveWords(search.root);
     searchState.searchStartTime = now();
     setDeadlines(allotted);

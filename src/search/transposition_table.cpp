@@ -68,11 +68,15 @@ void TranspositionTable::release() {
 }
 
 void TranspositionTable::clear() {
-    if (buckets != nullptr) std::memset(static_cast<void*>(buckets), 0, bucketCount * sizeof(TTBucket));
+    // A fresh table's pages are zero without being touched, which takes its time for a large one.
+    if (!untouched) std::memset(static_cast<void*>(buckets), 0, bucketCount * sizeof(TTBucket));
+    untouched = true;
     generation = 0;
 }
 
-void TranspositionTable::newGeneration() { generation = (generation + 1) & 255; }
+void TranspositionTable::newGeneration() {
+    if (buckets != nullptr) generation = (generation + 1) & 255;
+}
 
 const TTEntry* TranspositionTable::probe(Key key) const {
     if (buckets == nullptr) return nullptr;
@@ -85,6 +89,7 @@ const TTEntry* TranspositionTable::probe(Key key) const {
 void TranspositionTable::store(Key key, int depth, int score, Bound bound, Move move, int tag) {
     if (buckets == nullptr || score < -largestStoredScore || score > largestStoredScore) return;
     TTBucket& bucket = buckets[key & mask];
+    untouched = false;
     TTEntry* entry = nullptr;
     for (TTEntry& candidate : bucket.entries) {
         if (candidate.key != 0 && candidate.key != key) continue;

@@ -43,6 +43,7 @@ struct TranspositionTable {
     std::uint64_t mask = 0;        // bucketCount - 1
     std::uint32_t generation = 0;  // 0..255
     TTBucket* buckets = nullptr;
+    bool untouched = true; // nothing was stored since all was zero
 
     // Allocates a zeroed table in place of the old one, of about so many megabytes (above 0): the power of two of
     // bytes nearest below 1.96 times the size. Too large: a message on standard error and the end of the process.

@@ -118,6 +118,40 @@ TEST(Dialogue, SearchesInsideSearchesAllAnswer) {
     EXPECT_EQ(engine.readUntil("readyok"), std::vector<std::string>{"readyok"});
 }
 
+// The outer search goes on with its own position, moves and game whatever the inner one was about.
+TEST(Dialogue, OuterSearchSurvivesAnInnerOne) {
+    EngineProcess engine;
+    engine.send("position startpos moves g1f3 g8f6 f3g1");
+    engine.send("go infinite");
+    ASSERT_FALSE(engine.readUntil("info depth 8 ").empty());
+    engine.send("position fen 8/8/8/3k4/8/3K4/3P4/8 w - - 0 1");
+    engine.send("go depth 6");
+    EXPECT_FALSE(engine.readUntil("bestmove d").empty());
+    ASSERT_FALSE(engine.readUntil("info depth 12 ").empty());
+    engine.send("stop");
+    const std::vector<std::string> lines = engine.readUntil("bestmove ");
+    ASSERT_FALSE(lines.empty());
+    const std::string from = lines.back().substr(9, 2);
+    EXPECT_TRUE(from[1] >= '6' && from[1] <= '8') << lines.back(); // a black man moves
+}
+
+TEST(Dialogue, OptionsInTheMiddleOfASearch) {
+    EngineProcess engine;
+    engine.send("go infinite");
+    ASSERT_FALSE(engine.readUntil("info depth 4 ").empty());
+    for (const char* option :
+         {"Hash value 0", "Hash value 2", "Drawscore value 99999", "use lmr value false", "MultiPV value -7",
+          "King Safety Aggressiveness value 10", "deterministic value true", "Book File value x", "nonsense"}) {
+        engine.send(std::string("setoption name ") + option);
+        engine.send("isready");
+        EXPECT_EQ(countOf(engine.readUntil("readyok"), "bestmove"), 0) << option;
+    }
+    engine.send("stop");
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+    engine.send("go depth 4");
+    EXPECT_FALSE(engine.readUntil("bestmove ").empty());
+}
+
 TEST(Dialogue, EndOfInputEndsNothing) {
     EngineProcess engine;
     engine.send("go depth 2");

@@ -4,6 +4,7 @@
 #include "board/apply_move.h"
 #include "search/draws.h"
 #include "search/limits.h"
+#include "search/quiesce.h"
 #include "search/report.h"
 #include "search/settings.h"
 #include "search/think.h"
@@ -55,6 +56,15 @@ TEST(Draws, AfterAHundredPliesWithoutProgress) {
     EXPECT_TRUE(drawnByRule(position));
 }
 
+// Deep in the quiescence search only recaptures are looked at, but evasions are not, or it would see mates.
+TEST(Quiescence, DeepChecksAreNoMates) {
+    Position position = positionOf("4r2k/8/8/8/8/8/3P1P2/4K3 w - -");
+    Move line[2];
+    for (int depth = 0; depth > -60; depth -= 2) {
+        EXPECT_GT(quiesce(position, -infiniteScore, infiniteScore, depth, 5, line), -31000) << depth;
+    }
+}
+
 TEST(Report, ScoresBeyondTheBorderAreMates) {
     EXPECT_EQ(scoreText(-12), "cp -12");
     EXPECT_EQ(scoreText(31800), "cp 31800");
@@ -65,15 +75,41 @@ TEST(Report, ScoresBeyondTheBorderAreMates) {
 }
 
 TEST(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
-    EXPECT_NE(thought(positionOf("6k1/5ppp/8/8/8/8/8/R5K1 w - -"), 3).find("score mate 1 "), std::string::npos);
-    const std::string mateInTwo = thought(positionOf("kbK5/pp6/1P6/8/8/8/8/R7 w - -"), 6);
-    EXPECT_NE(mateInTwo.find("score mate 2 "), std::string::npos) << mateInTwo;
+    const char* mates[] = {"6k1/5ppp/8/8/8/8/8/R5K1 w - -", "kbK5/pp6/1P6/8/8/8/8/R7 w - -",
+                           "r5rk/5p1p/5R2/4B3/8/8/7P/7K w - -", "7R/r1p1q1pp/3k4/1p1n1Q2/3N4/8/1PP2PPP/2B3K1 w - -",
+                           "4r3/7q/nb2prRp/pk1p3P/3P4/P7/1P2N1P1/1K1B1N2 w - -"};
+    for (int moves = 1; moves <= 5; ++moves) {
+        const std::string answer = thought(positionOf(mates[moves - 1]), 12);
+        const auto last = answer.rfind(" score ");
+        EXPECT_EQ(answer.substr(last, 14), " score mate " + std::to_string(moves) + " ") << answer;
+    }
     const std::string mated = thought(positionOf("7k/5KQ1/8/8/8/8/8/8 b - -"), 3);
     EXPECT_NE(mated.find("score mate -1 "), std::string::npos) << mated;
     EXPECT_NE(mated.find("\nbestmove ZZZZ\n"), std::string::npos) << mated;
     const std::string stalemated = thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"), 3);
     EXPECT_NE(stalemated.find("info depth 3 time 0 nodes 0 score cp 0 "), std::string::npos) << stalemated;
     EXPECT_NE(stalemated.find("\nbestmove ZZZZ\n"), std::string::npos);
+}
+
+TEST(Think, ListsTheRanksOfSeveralLines) {
+    multiPv = 3;
+    const std::string answer = thought(positionOf("7k/8/8/8/8/8/7r/3K4 w - -"), 4); // two legal moves
+    multiPv = 1;
+    EXPECT_EQ(answer.find("info multipv 3"), std::string::npos) << answer;
+    EXPECT_NE(answer.find("info multipv 2 score cp"), std::string::npos) << answer;
+    EXPECT_LT(answer.find("info multipv 1"), answer.find("info multipv 2"));
+}
+
+TEST(Think, SwitchesChangeTheSearchAndStillSolve) {
+    const Position position = positionOf("2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - -");
+    const std::string usual = thought(position, 8);
+    useLmr = nullMovePruning = 0;
+    const std::string plain = thought(position, 8);
+    useLmr = nullMovePruning = 1;
+    const auto tail = [](const std::string& answer) { return answer.substr(answer.find("info nodes")); };
+    EXPECT_NE(tail(usual), tail(plain));
+    for (const std::string& answer : {usual, plain})
+        EXPECT_NE(answer.find("bestmove g3g6"), std::string::npos) << answer;
 }
 
 TEST(Think, SearchesOnlyTheNamedMoves) {

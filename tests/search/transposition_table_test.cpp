@@ -59,7 +59,7 @@ TEST_F(Table, SameKeyIsUpdatedInPlace) {
     EXPECT_EQ(entry->depth, 3);
     EXPECT_EQ(entry->score, -20);
     EXPECT_EQ(entry->bound(), upperBound);
-    EXPECT_EQ(entry->move, 1234);          // no new move: the old one stays
+    EXPECT_EQ(entry->move, 1234); // no new move: the old one stays
     table.store(7, 3, 0, exactBound, 99, 0);
     EXPECT_EQ(table.probe(7)->move, 99);
 }
