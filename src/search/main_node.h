@@ -91,8 +91,14 @@ inline MoveState stateOf(const MainNode& node, const Position& child, Move move)
     return state;
 }
 
-inline void rememberQuiet(MainNode& node, const MoveState& state) {
-    if (state.quiet && node.quietCount < maxMoves) node.quiets[node.quietCount++] = state.move;
+// Makes the node's next move and looks at what it is; false where it leaves the mover's king attacked.
+inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& state) {
+    if (!makeLegalMove(node.position, child, move)) return false;
+    ++node.moveNumber;
+    state = stateOf(node, child, move);
+    state.repetition = drawnByRule(child);
+    if (state.quiet && !state.repetition && node.quietCount < maxMoves) node.quiets[node.quietCount++] = move;
+    return true;
 }
 
 // The draw score of a move that repeats a position or ends the fifty moves.

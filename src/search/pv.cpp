@@ -108,16 +108,11 @@ bool searchMoves(PvNode& node, Move* pvOut) {
     Position child;
     Move line[pvCapacity];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
-        if (!makeLegalMove(node.position, child, move)) continue;
-        ++node.moveNumber;
-        MoveState state = stateOf(node, child, move);
+        MoveState state;
+        if (!enterMove(node, child, move, state)) continue;
         line[0] = nullMove;
-        int score = 0;
-        if (drawnByRule(child)) {
-            state.repetition = true;
-            score = repetitionScore(node.ply);
-        } else {
-            rememberQuiet(node, state);
+        int score = repetitionScore(node.ply);
+        if (!state.repetition) {
             extend(node, child, state, extensionOf(node, child, state));
             if (nodeCounter.stopSearch != 0) return false;
             score = searchChild(node, child, state, line);

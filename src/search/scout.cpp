@@ -239,16 +239,11 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
             losesNearHorizon(node, move)) {
             continue;
         }
-        if (!makeLegalMove(node.position, child, move)) continue;
-        ++node.moveNumber;
-        MoveState state = stateOf(node, child, move);
+        MoveState state;
+        if (!enterMove(node, child, move, state)) continue;
         line[0] = nullMove;
-        int score = 0;
-        if (drawnByRule(child)) {
-            state.repetition = true;
-            score = repetitionScore(node.ply);
-        } else {
-            rememberQuiet(node, state);
+        int score = repetitionScore(node.ply);
+        if (!state.repetition) {
             extend(node, child, state, extensionOf(node, child, state));
             if (nodeCounter.stopSearch != 0) return false;
             if (futile(node, child, state)) continue;

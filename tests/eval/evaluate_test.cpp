@@ -169,6 +169,13 @@ TEST(Scaling, ScarceMaterial) {
     EXPECT_EQ(scale("8/1r3k2/1p6/8/4NP2/PPPPR3/4BK2/8 w - -"), 1000);
 }
 
+TEST(Scaling, FewPawnsOfTheStrongerSide) {
+    const int scales[] = {400, 550, 700, 800, 900, 1000, 1000};
+    for (int pawns = 0; pawns < 7; ++pawns) {
+        EXPECT_EQ(scarceMaterialScale({{40, 3, 0}, {64, pawns, 0}}, black), scales[pawns]) << pawns;
+    }
+}
+
 TEST(Scaling, RoundsHalfAwayFromZero) {
     EXPECT_EQ(roundedQuotient(48, 96), 1);
     EXPECT_EQ(roundedQuotient(47, 96), 0);
