@@ -79,6 +79,10 @@ struct MoveState {
     bool repetition = false;
 };
 
+inline bool isKiller(const MainNode& node, Move move) {
+    return move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
+}
+
 inline MoveState stateOf(const MainNode& node, const Position& child, Move move) {
     MoveState state{};
     state.move = move;
@@ -86,7 +90,7 @@ inline MoveState stateOf(const MainNode& node, const Position& child, Move move)
     state.tactical = isTactical(node.position, move);
     state.givesCheck = child.inCheck != 0;
     state.quiet = !state.tactical && !state.givesCheck && !node.inCheck;
-    state.killer = move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
+    state.killer = isKiller(node, move);
     state.counter = move == node.counter;
     return state;
 }

@@ -126,10 +126,6 @@ PickerKind chooseMoves(ScoutNode& node) {
     return PickerKind::soundCaptures;
 }
 
-bool isKillerMove(const ScoutNode& node, Move move) {
-    return move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
-}
-
 bool isPawnFromSixth(const Position& position, Move move) {
     const Colour us = position.sideToMove();
     return (position.of(us, pawn) & relativeRank(us, 5) & bit(moveFrom(move))) != 0;
@@ -137,7 +133,7 @@ bool isPawnFromSixth(const Position& position, Move move) {
 
 // Near the horizon only so many quiet moves are tried.
 bool lateMovePruned(const ScoutNode& node, Move move) {
-    if (node.depth > lateMovePruningDepth || node.inCheck || isKillerMove(node, move)) return false;
+    if (node.depth > lateMovePruningDepth || node.inCheck || isKiller(node, move)) return false;
     if (node.moveNumber <= lateMoveCount[node.parity][node.depth]) return false;
     if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
     return !isPawnFromSixth(node.position, move) && !givesCheck(node.position, move);
