@@ -196,16 +196,19 @@ Bitboard attackMap(const Position& position, Colour colour) {
 Bitboard exposedSquares(const Position& position, Colour colour) {
     const Bitboard kings = position.of(colour, king);
     if (popCount(kings) != 1 || checkersOf(position, colour) != 0) return ~Bitboard{0};
-    const Square kingSquare = lowestBit(kings);
+    return kings | loneBlockers(position, lowestBit(kings), opponent(colour));
+}
+
+Bitboard loneBlockers(const Position& position, Square square, Colour sliders) {
     const Bitboard occupied = position.occupied();
-    Bitboard snipers = (rookLines[kingSquare] & position.straightSliders(opponent(colour))) |
-                       (bishopLines[kingSquare] & position.diagonalSliders(opponent(colour)));
-    Bitboard exposed = kings;
+    Bitboard snipers = (rookLines[square] & position.straightSliders(sliders)) |
+                       (bishopLines[square] & position.diagonalSliders(sliders));
+    Bitboard lone = 0;
     while (snipers != 0) {
-        const Bitboard blockers = between[kingSquare][popLowestBit(snipers)] & occupied;
-        if (!moreThanOne(blockers)) exposed |= blockers;
+        const Bitboard blockers = between[square][popLowestBit(snipers)] & occupied;
+        if (!moreThanOne(blockers)) lone |= blockers;
     }
-    return exposed;
+    return lone;
 }
 
 } // namespace helvan

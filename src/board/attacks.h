@@ -106,4 +106,7 @@ inline int inCheck(const Position& position, Colour colour) { return checkersOf(
 // king. A move from any other square, en passant apart, needs no test.
 Bitboard exposedSquares(const Position& position, Colour colour);
 
+// The squares of single pieces, whosever, between the square and a slider of the colour that looks at it.
+Bitboard loneBlockers(const Position& position, Square square, Colour sliders);
+
 } // namespace helvan

@@ -2,6 +2,7 @@
 #include "board/checks.h"
 
 #include "board/attacks.h"
+#include "board/moves.h"
 
 namespace helvan {
 
@@ -37,6 +38,37 @@ bool givesCheck(const Position& position, Move move) {
     if ((queenLines[kingSquare] & emptied) == 0) return false;
     return (bishopAttacks(kingSquare, occupied) & position.diagonalSliders(us) & ~bit(from)) != 0 ||
            (rookAttacks(kingSquare, occupied) & position.straightSliders(us) & ~bit(from)) != 0;
+}
+
+KingLines::KingLines(const Position& position, bool inCheck) {
+    const Colour us = position.sideToMove();
+    const Bitboard own = position.of(us, king);
+    const Bitboard enemy = position.of(opponent(us), king);
+    exposed = inCheck || popCount(own) != 1 ? ~Bitboard{0} : own | loneBlockers(position, lowestBit(own), opponent(us));
+    oneEnemyKing = popCount(enemy) == 1;
+    if (!oneEnemyKing) return;
+    const Square square = lowestBit(enemy);
+    uncovering = loneBlockers(position, square, us);
+    checking[pawn] = pawnAttacks(opponent(us), enemy);
+    checking[knight] = knightAttacks[square];
+    checking[bishop] = bishopAttacks(square, position.occupied());
+    checking[rook] = rookAttacks(square, position.occupied());
+    checking[queen] = checking[bishop] | checking[rook];
+    checking[king] = 0;
+}
+
+bool KingLines::givesCheck(const Position& position, Move move) const {
+    const Square from = moveFrom(move);
+    // Moves that empty or fill more than their own two squares, and those that may uncover a line, take the long way.
+    if (!oneEnemyKing || moveKind(move) > doublePush || (uncovering & bit(from)) != 0) {
+        return helvan::givesCheck(position, move);
+    }
+    return (checking[pieceTypeAt(position, position.sideToMove(), from)] & bit(moveTo(move))) != 0;
+}
+
+bool KingLines::leavesInCheck(const Position& child) const {
+    const bool safe = moveKind(child.lastMove) != enPassant && (exposed & bit(moveFrom(child.lastMove))) == 0;
+    return !safe && moverLeftInCheck(child);
 }
 
 } // namespace helvan

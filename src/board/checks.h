@@ -12,4 +12,19 @@ namespace helvan {
 // without an enemy king: false.
 bool givesCheck(const Position& position, Move move);
 
+// The lines to both kings, looked up once where many moves of a position are to be tested.
+struct KingLines {
+    // inCheck: whether the side to move is.
+    KingLines(const Position& position, bool inCheck);
+
+    // What the functions above and in moves.h answer, sooner.
+    bool givesCheck(const Position& position, Move move) const;
+    bool leavesInCheck(const Position& child) const;
+
+    Bitboard exposed;            // exposedSquares of the side to move
+    Bitboard uncovering;         // squares of the only piece between the enemy king and a slider of the side to move
+    Bitboard checking[king + 1]; // by type, the squares from which a piece would attack the enemy king
+    bool oneEnemyKing;
+};
+
 } // namespace helvan

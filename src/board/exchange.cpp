@@ -26,46 +26,98 @@ Attacker leastValuable(const Position& position, Colour colour, Bitboard attacke
     return {king, attackers & (~attackers + 1)};
 }
 
+// The captures on one square, each side with its least valuable attacker.
+class Exchange {
+public:
+    // What the move itself wins, and then the captures that may answer it.
+    Exchange(const Position& from, Move move, Colour mover)
+        : position(from), square(moveTo(move)), side(mover),
+          occupied((from.occupied() & ~bit(moveFrom(move))) | bit(square)),
+          firstGain(exchangeValues[pieceTypeAt(from, opponent(mover), square)]),
+          standing(exchangeValues[pieceTypeAt(from, mover, moveFrom(move))]) {
+        if (isPromotion(move)) {
+            const int promoted = exchangeValues[promotedType(moveKind(move))];
+            firstGain += promoted - standing;
+            standing = promoted;
+        }
+    }
+
+    // Looks for the attackers; to be called once, before the first capture.
+    void begin() {
+        attackers = attackersOf(position, square, white, occupied) | attackersOf(position, square, black, occupied);
+    }
+
+    // The other side captures what stands on the square, and its capturer stands there; false where it cannot.
+    bool capture() {
+        side = opponent(side);
+        attackers &= occupied;
+        const Bitboard own = attackers & position.of(side, allPieces);
+        if (own == 0) return false;
+        const Attacker next = leastValuable(position, side, own);
+        occupied ^= next.square;
+        addUncovered(next.type);
+        if (next.type == king && (attackers & occupied & position.of(opponent(side), allPieces)) != 0) return false;
+        standing = exchangeValues[next.type];
+        return true;
+    }
+
+    const Position& position;
+    Square square;
+    Colour side; // that captured last
+    Bitboard occupied;
+    Bitboard attackers = 0;
+    int firstGain;
+    int standing; // value of the piece that can be captured next
+
+private:
+    // What stood behind the capturer attacks now.
+    void addUncovered(PieceType capturer) {
+        if (capturer != knight && capturer != rook) {
+            attackers |=
+                bishopAttacks(square, occupied) & (position.diagonalSliders(white) | position.diagonalSliders(black));
+        }
+        if (capturer >= rook) {
+            attackers |=
+                rookAttacks(square, occupied) & (position.straightSliders(white) | position.straightSliders(black));
+        }
+    }
+};
+
 } // namespace
 
 int see(const Position& position, Move move, int flip) {
     if (isOutsideExchange(move)) return 0;
-    const Square from = moveFrom(move);
-    const Square to = moveTo(move);
-    Colour side = position.sideToMove() ^ flip;
-
-    int standing = exchangeValues[pieceTypeAt(position, side, from)]; // of the piece that can be captured next
+    Exchange exchange(position, move, position.sideToMove() ^ flip);
     int gains[maxExchangeLength + 1];
-    gains[0] = exchangeValues[pieceTypeAt(position, opponent(side), to)];
-    if (isPromotion(move)) {
-        const int promoted = exchangeValues[promotedType(moveKind(move))];
-        gains[0] += promoted - standing;
-        standing = promoted;
-    }
-
-    Bitboard occupied = (position.occupied() & ~bit(from)) | bit(to);
-    const Bitboard straight = position.straightSliders(white) | position.straightSliders(black);
-    const Bitboard diagonal = position.diagonalSliders(white) | position.diagonalSliders(black);
-    Bitboard attackers = attackersOf(position, to, white, occupied) | attackersOf(position, to, black, occupied);
-
+    gains[0] = exchange.firstGain;
+    exchange.begin();
     int length = 0;
-    while (length < maxExchangeLength) {
-        side = opponent(side);
-        attackers &= occupied;
-        const Bitboard own = attackers & position.of(side, allPieces);
-        if (own == 0) break;
-        const Attacker next = leastValuable(position, side, own);
-        occupied ^= next.square;
-        // What stood behind the capturer attacks now.
-        attackers |= (bishopAttacks(to, occupied) & diagonal) | (rookAttacks(to, occupied) & straight);
-        if (next.type == king && (attackers & occupied & position.of(opponent(side), allPieces)) != 0) break;
+    for (int standing = exchange.standing; length < maxExchangeLength && exchange.capture();
+         standing = exchange.standing) {
         ++length;
         gains[length] = standing - gains[length - 1];
-        standing = exchangeValues[next.type];
     }
     // Backwards: each side captures only where that gains on what it has without.
     for (; length > 0; --length) gains[length - 1] = -maximum(-gains[length - 1], gains[length]);
     return gains[0];
+}
+
+bool seeAtLeast(const Position& position, Move move, int threshold, int flip) {
+    if (isOutsideExchange(move)) return threshold <= 0;
+    Exchange exchange(position, move, position.sideToMove() ^ flip);
+    // By how much the side that captured last is above what it needs; the other side has to win more than that.
+    int surplus = exchange.firstGain - threshold;
+    if (surplus < 0) return false;
+    surplus = exchange.standing - surplus - 1;
+    if (surplus < 0) return true;
+    exchange.begin();
+    bool reached = true;
+    while (exchange.capture()) {
+        reached = !reached;
+        surplus = exchange.standing - surplus - 1;
+        if (surplus < 0) break;
+    }
+    return reached;
 }
 
 int captureGain(const Position& position, Square square, Colour colour) {
@@ -75,12 +127,11 @@ int captureGain(const Position& position, Square square, Colour colour) {
     return maximum(see(position, encodeMove(from, square), colour ^ position.sideToMove()), 0);
 }
 
-bool losesMaterial(const Position& position, Move move) {
-    if (isOutsideExchange(move) || isPromotion(move)) return see(position, move) < 0;
-    const Colour us = position.sideToMove();
-    const int victim = exchangeValues[pieceTypeAt(position, opponent(us), moveTo(move))];
-    const int mover = exchangeValues[pieceTypeAt(position, us, moveFrom(move))];
-    return victim < mover && see(position, move) < 0;
+bool isEnPrise(const Position& position, Square square, Colour colour) {
+    const Bitboard attackers = attackersOf(position, square, colour, position.occupied());
+    if (attackers == 0) return false;
+    const Square from = lowestBit(leastValuable(position, colour, attackers).square);
+    return seeAtLeast(position, encodeMove(from, square), 1, colour ^ position.sideToMove());
 }
 
 } // namespace helvan

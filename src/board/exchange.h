@@ -21,7 +21,12 @@ int see(const Position& position, Move move, int flip = 0);
 // 0 when it has none or the capture loses.
 int captureGain(const Position& position, Square square, Colour colour);
 
-// see(position, move) < 0, sooner.
-bool losesMaterial(const Position& position, Move move);
+// see(position, move, flip) >= threshold, sooner.
+bool seeAtLeast(const Position& position, Move move, int threshold, int flip = 0);
+
+inline bool losesMaterial(const Position& position, Move move) { return !seeAtLeast(position, move, 0); }
+
+// captureGain(position, square, colour) > 0, sooner.
+bool isEnPrise(const Position& position, Square square, Colour colour);
 
 } // namespace helvan

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "board/move_picker.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "board/attacks.h"
@@ -201,11 +203,12 @@ Move handOut(MovePicker& picker, Move move) {
 Move takeFromBatch(MovePicker& picker) {
     ScoredMove* const next = picker.batch + picker.batchNext++;
     if (picker.ordered) {
-        ScoredMove* best = next;
-        for (ScoredMove* other = next + 1; other != picker.batch + picker.batchCount; ++other) {
-            if (other->score > best->score) best = other;
-        }
-        std::swap(*next, *best);
+        // The first of the best, without a branch: the comparison of two scores cannot be foreseen.
+        const int left = picker.batch + picker.batchCount - next;
+        std::int64_t best = std::numeric_limits<std::int64_t>::min();
+        for (int i = 0; i < left; ++i)
+            best = std::max(best, next[i].score * std::int64_t{maxMoves} + (maxMoves - 1 - i));
+        std::swap(*next, next[maxMoves - 1 - static_cast<int>(best & (maxMoves - 1))]);
     }
     return next->move;
 }

@@ -128,7 +128,7 @@ template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& conte
 
 // Whether the exchange on the square that the queen checks from loses it.
 template <Colour us> bool queenIsLost(const Evaluation& e, Square from, Square to) {
-    return see(e.position, encodeMove(from, to), us ^ e.position.sideToMove()) < 0;
+    return !seeAtLeast(e.position, encodeMove(from, to), 0, us ^ e.position.sideToMove());
 }
 
 template <Colour us>

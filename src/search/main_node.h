@@ -4,6 +4,9 @@
 // inline them.
 #pragma once
 
+#include <optional>
+
+#include "board/checks.h"
 #include "board/move_picker.h"
 #include "search/limits.h"
 #include "search/node.h"
@@ -31,6 +34,7 @@ struct MainNode {
     Move counter = nullMove;
     int best = -infiniteScore;
     Move bestMove = nullMove;
+    std::optional<KingLines> lines; // once a move has been made
     bool bestIsRepetition = false;
     int moveNumber = 0; // moves made so far
     int quietCount = 0;
@@ -97,7 +101,11 @@ inline MoveState stateOf(const MainNode& node, const Position& child, Move move)
 
 // Makes the node's next move and looks at what it is; false where it leaves the mover's king attacked.
 inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& state) {
-    if (!makeLegalMove(node.position, child, move)) return false;
+    if (!node.lines) node.lines.emplace(node.position, node.inCheck);
+    makeMove(node.position, child, move);
+    transpositionTable.prefetch(child.key);
+    if (node.lines->leavesInCheck(child)) return false;
+    child.inCheck = static_cast<std::uint16_t>(node.lines->givesCheck(node.position, move));
     ++node.moveNumber;
     state = stateOf(node, child, move);
     state.repetition = drawnByRule(child);
@@ -125,7 +133,8 @@ inline bool isEscape(const MainNode& node, const MoveState& state) {
     if (state.newDepth < shallowest || state.newDepth > deepest || !state.quiet) return false;
     const Square from = moveFrom(state.move);
     if ((node.position.of(node.position.sideToMove(), king) & bit(from)) != 0) return false;
-    return isEnPrise(node.position, from) && see(node.position, state.move) >= 0;
+    return isEnPrise(node.position, from, opponent(node.position.sideToMove())) &&
+           !losesMaterial(node.position, state.move);
 }
 
 // A move that threatens something keeps its depth near the horizon.

@@ -47,7 +47,7 @@ bool deltaPruned(const QuiescenceNode& node, Move move) {
 // A quiet check or evasion that gives its piece away.
 bool losesQuietly(const QuiescenceNode& node, Move move) {
     if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
-    return node.best >= certainlyLost && see(node.position, move) < 0;
+    return node.best >= certainlyLost && losesMaterial(node.position, move);
 }
 
 bool skippedBeforeMake(const QuiescenceNode& node, Move move) {

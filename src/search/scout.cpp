@@ -136,7 +136,7 @@ bool lateMovePruned(const ScoutNode& node, Move move) {
     if (node.depth > lateMovePruningDepth || node.inCheck || isKiller(node, move)) return false;
     if (node.moveNumber <= lateMoveCount[node.parity][node.depth]) return false;
     if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
-    return !isPawnFromSixth(node.position, move) && !givesCheck(node.position, move);
+    return !isPawnFromSixth(node.position, move) && !node.lines->givesCheck(node.position, move);
 }
 
 // Promotions to less than a queen are tried only where a knight could check.

@@ -25,7 +25,7 @@ bool lastMoveThreatens(const Position& position) {
         const Square target = popLowestBit(targets);
         if (exchangeValues[pieceTypeAt(position, us, target)] > exchangeValues[type]) return true;
         if (attackersOf(position, target, us, occupied) == 0) return true;
-        if (see(position, encodeMove(from, target), 1) > 0) return true;
+        if (seeAtLeast(position, encodeMove(from, target), 1, 1)) return true;
     }
     return false;
 }
@@ -41,10 +41,6 @@ int threatenedLoss(const Position& position) {
         }
     }
     return most / pawnValue;
-}
-
-bool isEnPrise(const Position& position, Square square) {
-    return captureGain(position, square, opponent(position.sideToMove())) > 0;
 }
 
 } // namespace helvan

@@ -15,7 +15,4 @@ bool lastMoveThreatens(const Position& position);
 // 15 when an enemy pawn is about to promote.
 int threatenedLoss(const Position& position);
 
-// Whether the enemy of the side to move gains by the exchange on the square.
-bool isEnPrise(const Position& position, Square square);
-
 } // namespace helvan

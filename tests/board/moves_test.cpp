@@ -52,8 +52,13 @@ TEST(PseudoLegal, AcceptsExactlyTheListedMoves) {
 
 TEST(GivesCheck, AgreesWithMakingTheMove) {
     forRandomPositions(100000, 7, [](const Position& position, Random&) {
-        for (const Move move : legalMovesOf(position)) {
-            ASSERT_EQ(givesCheck(position, move), childOf(position, move).inCheck != 0) << textOf(move);
+        const KingLines lines(position, position.inCheck != 0);
+        for (const Move move : movesOf(position)) {
+            const Position child = childOf(position, move);
+            ASSERT_EQ(lines.leavesInCheck(child), moverLeftInCheck(child)) << textOf(move);
+            if (moverLeftInCheck(child)) continue;
+            ASSERT_EQ(givesCheck(position, move), child.inCheck != 0) << textOf(move);
+            ASSERT_EQ(lines.givesCheck(position, move), child.inCheck != 0) << textOf(move);
         }
     });
 }

@@ -71,8 +71,8 @@ TEST(Threats, ThreatenedLossIsTheLargestGainOfTheEnemy) {
     EXPECT_EQ(threatenedLoss(positionOf("4k3/8/4p3/3Q4/8/1n6/P7/4K3 w - -")), 9);
     EXPECT_EQ(threatenedLoss(positionOf("4k3/8/4p3/3N4/4P3/8/8/4K3 w - -")), 2); // a knight for a pawn
     EXPECT_EQ(threatenedLoss(positionOf("4k3/8/8/8/8/8/p7/4K3 w - -")), 15);     // about to promote
-    EXPECT_TRUE(isEnPrise(positionOf("4k3/8/4p3/3Q4/8/8/8/4K3 w - -"), d5));
-    EXPECT_FALSE(isEnPrise(positionOf("4k3/8/4p3/3P4/4P3/8/8/4K3 w - -"), d5));
+    EXPECT_TRUE(isEnPrise(positionOf("4k3/8/4p3/3Q4/8/8/8/4K3 w - -"), d5, black));
+    EXPECT_FALSE(isEnPrise(positionOf("4k3/8/4p3/3P4/4P3/8/8/4K3 w - -"), d5, black));
 }
 
 TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
