@@ -204,7 +204,7 @@ Move takeFromBatch(MovePicker& picker) {
     ScoredMove* const next = picker.batch + picker.batchNext++;
     if (picker.ordered) {
         // The first of the best, without a branch: the comparison of two scores cannot be foreseen.
-        const int left = picker.batch + picker.batchCount - next;
+        const int left = picker.batchCount - picker.batchNext + 1;
         std::int64_t best = std::numeric_limits<std::int64_t>::min();
         for (int i = 0; i < left; ++i)
             best = std::max(best, next[i].score * std::int64_t{maxMoves} + (maxMoves - 1 - i));

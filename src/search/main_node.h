@@ -120,6 +120,17 @@ inline bool capturesIntoPawnEnding(const Position& child) {
     return child.phase == 0 && child.capturedPiece != 0 && child.capturedPiece != pawn;
 }
 
+// The reasons that extend moves at all nodes, in quarter-plies.
+inline int commonExtension(const MainNode& node, const MoveState& state) {
+    int extension = 0;
+    if (node.inCheck && node.singleReply) extension += singleReplyExtension;
+    if (state.givesCheck) extension += node.singleReply ? singleReplyCheckExtension : checkExtension;
+    if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) {
+        extension += pawnPushExtension;
+    }
+    return extension;
+}
+
 // Gives the move its depth: half of the carry and the extension (quarter-plies) now, an odd quarter to the child.
 inline void extend(const MainNode& node, Position& child, MoveState& state, int extension) {
     const int quarters = child.extensionCarry + extension;

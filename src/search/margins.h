@@ -32,6 +32,7 @@ inline constexpr int winningDepth = 4;
 inline constexpr int nullMargin = 5;    // above beta
 inline constexpr int nullMoveDepth = 6; // from here on the null move is searched
 inline constexpr int expectedAllNodeMargin = 70;
+inline constexpr int staticNullMostDepth = 7; // up to here the evaluation alone may decide
 inline constexpr std::array<int, 8> staticNullMargin = {0, 0, 110, 115, 125, 130, 140, 160}; // by depth
 inline constexpr std::array<int, 6> staticNullMargin2 = {0, 0, 10, 15, 30, 35};              // by depth
 
@@ -71,7 +72,9 @@ constexpr int nullMoveReduction(int surplus, int phase, int depth) {
 // --- razoring
 
 inline constexpr int razorBase = 120;
-constexpr int razorMargin(int depth) { return 20 * (depth - 2); } // depth 2..11
+inline constexpr int razorQuiescenceDepth = 3; // up to here the quiescence search's score stands as it is
+inline constexpr int razorMostDepth = 9;
+inline constexpr std::array<int, 10> razorMargin = {0, 20, 40, 60, 80, 100, 120, 140, 160, 180}; // by depth - 2
 
 // --- choice and number of moves
 
@@ -106,9 +109,27 @@ constexpr int reducedDepth(int newDepth, int reduction) {
 
 // --- extensions
 
-inline constexpr int mostExtension = 4;
+inline constexpr int mostExtension = 4; // of all together, the next one apart
 inline constexpr int intoPawnEndingExtension = 8;
-inline constexpr int pawnPushPhase = 33; // below this the push of a free pawn is extended
+inline constexpr int singleReplyExtension = 2;
+inline constexpr int checkExtension = 2;
+inline constexpr int singleReplyCheckExtension = 4; // instead of the one above
+inline constexpr int expectedCutCheckExtension = 1; // beside it
+inline constexpr int expectedCutCheckDepth = 15;    // up to here
+inline constexpr int pawnPushExtension = 2;
+inline constexpr int pawnPushPhase = 33;       // below this the push of a free pawn is extended
+inline constexpr int safeCaptureExtension = 2; // on the principal variation ...
+inline constexpr int safeCaptureMoves = 3;     // ... among so many first moves
+inline constexpr int hashMoveExtension = 2;    // the hash move searched first, without other reason
+inline constexpr int hashMoveLeastDepth = 6;
+inline constexpr int hashMoveMostDepth = 15;
+inline constexpr int singularExtension = 2;
+inline constexpr int singularExtensionNearRoot = 4; // where depth is at least ...
+inline constexpr int singularPliesFactor = 4;       // ... so many times the ply
+inline constexpr int singularMostBefore = 2;        // no test where other reasons extend more than this
+inline constexpr int singularScoutDepth = 15;       // from here on the test is made at zero-window nodes ...
+inline constexpr int singularPvDepth = 16;          // ... and on the principal variation
+inline constexpr int singularEntryDepth = 6;        // less deep the search behind the hash score may have been
 inline constexpr int singularMargin = 20;
 constexpr int singularDepth(int depth) { return depth - minimum(depth / 2, 12); }
 

@@ -48,7 +48,7 @@ inline int evaluateNode(Position& position) {
 
 // The evaluation, brought nearer to the truth by what an earlier search found.
 inline int refinedEval(int eval, const TableHit& hit) {
-    if (!hit.found || absolute(hit.score) > largestPlainScore + 1) return eval;
+    if (!hit.found || absolute(hit.score) > mateBorder) return eval;
     switch (hit.bound) {
     case exactBound: return hit.score;
     case lowerBound: return maximum(eval, hit.score);

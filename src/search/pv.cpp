@@ -51,29 +51,26 @@ void deepenInternally(PvNode& node, Move* pvOut) {
     node.hashProvesScore = score > node.alpha && absolute(score) <= largestPlainScore;
 }
 
-int singularExtension(const PvNode& node, const MoveState& state) {
-    constexpr int shallowest = 16;
-    if (state.move != node.hashMove || node.depth < shallowest || !node.hashProvesScore ||
-        node.hashDepth < node.depth - 6) {
+int extendSingular(const PvNode& node, const MoveState& state) {
+    if (state.move != node.hashMove || node.depth < singularPvDepth || !node.hashProvesScore ||
+        node.hashDepth < node.depth - singularEntryDepth) {
         return 0;
     }
     const int bound = node.hashScore - singularMargin;
-    return searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, true) < bound ? 2 : 0;
+    return searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, true) < bound
+               ? singularExtension
+               : 0;
 }
 
 // In quarter-plies.
 int extensionOf(const PvNode& node, const Position& child, const MoveState& state) {
-    constexpr int firstMoves = 3;
     if (capturesIntoPawnEnding(child)) return intoPawnEndingExtension;
-    int extension = 0;
-    if (node.inCheck && node.singleReply) extension += 2;
-    if (state.givesCheck) extension += node.singleReply ? 4 : 2;
-    if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) extension += 2;
-    if (state.number <= firstMoves && isCapture(node.position, state.move) &&
+    int extension = commonExtension(node, state);
+    if (state.number <= safeCaptureMoves && isCapture(node.position, state.move) &&
         !losesMaterial(node.position, state.move)) {
-        extension += 2;
+        extension += safeCaptureExtension;
     }
-    extension += singularExtension(node, state);
+    extension += extendSingular(node, state);
     return minimum(extension, mostExtension);
 }
 

@@ -75,10 +75,8 @@ bool nullMoveCutoff(ScoutNode& node) {
 // So far above beta that the enemy's next move will hardly bring the score under it.
 bool staticNullCutoff(const ScoutNode& node) {
     const int allNodeMargin = expectedAllNodeMargin * (1 - node.parity);
-    if (node.depth == 6 || node.depth == 7) {
-        return node.beta - allNodeMargin + staticNullMargin[node.depth] <= node.eval;
-    }
-    if (node.depth > 5) return false;
+    if (node.depth > staticNullMostDepth) return false;
+    if (node.depth >= nullMoveDepth) return node.beta - allNodeMargin + staticNullMargin[node.depth] <= node.eval;
     if (node.beta <= node.eval + allNodeMargin - staticNullMargin[node.depth]) return true;
     // The costly look at what is under attack only where it can decide.
     const int slack = node.eval - staticNullMargin2[node.depth] - node.beta;
@@ -99,17 +97,16 @@ bool nullCutoffs(ScoutNode& node, int& score) {
 
 // So far under beta that only tactics can help: if the quiescence search finds none, the node fails low.
 bool razored(const ScoutNode& node, int& score) {
-    constexpr int deepest = 9;
-    if (node.hashMove != nullMove || node.position.lastMove == nullMove || node.inCheck || node.depth > deepest ||
-        hasPawnOnSeventh(node.position, node.position.sideToMove())) {
+    if (node.hashMove != nullMove || node.position.lastMove == nullMove || node.inCheck ||
+        node.depth > razorMostDepth || hasPawnOnSeventh(node.position, node.position.sideToMove())) {
         return false;
     }
-    if (node.depth <= 3) {
+    if (node.depth <= razorQuiescenceDepth) {
         if (node.beta - razorBase <= node.eval) return false;
         score = quiesceScout(node, node.beta);
         return true;
     }
-    const int lowered = node.beta - razorMargin(node.depth) - razorBase;
+    const int lowered = node.beta - razorMargin[node.depth - 2] - razorBase;
     if (absolute(node.beta) > mateBorder || lowered <= node.eval) return false;
     score = quiesceScout(node, lowered);
     return nodeCounter.stopSearch != 0 || score < lowered;
@@ -153,32 +150,30 @@ bool losesNearHorizon(const ScoutNode& node, Move move) {
 }
 
 // Whether nothing but the hash move keeps the score up: the others are searched without it, shallower.
-int singularExtension(const ScoutNode& node, const MoveState& state, int extension) {
-    constexpr int shallowest = 15, mostBefore = 2, sufficient = 4;
-    if (state.move != node.hashMove || node.excluded != nullMove || node.parity == 0 || extension > mostBefore ||
-        node.depth < shallowest || !node.hashProvesScore || node.hashDepth < node.depth - 6) {
+int extendSingular(const ScoutNode& node, const MoveState& state, int extension) {
+    if (state.move != node.hashMove || node.excluded != nullMove || node.parity == 0 ||
+        extension > singularMostBefore || node.depth < singularScoutDepth || !node.hashProvesScore ||
+        node.hashDepth < node.depth - singularEntryDepth) {
         return extension;
     }
     const int bound = node.hashScore - singularMargin;
     if (searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, false) >= bound) return extension;
-    return node.depth >= 4 * node.ply ? sufficient : extension + 2;
+    return node.depth >= singularPliesFactor * node.ply ? singularExtensionNearRoot : extension + singularExtension;
 }
 
 // In quarter-plies.
 int extensionOf(const ScoutNode& node, const Position& child, const MoveState& state) {
     if (capturesIntoPawnEnding(child)) return intoPawnEndingExtension;
-    int extension = 0;
-    if (node.inCheck && node.singleReply) extension += 2;
-    if (state.givesCheck) {
-        extension += node.singleReply ? 4 : 2;
-        if (node.parity != 0 && node.depth <= 15) extension += 1;
+    int extension = commonExtension(node, state);
+    if (state.givesCheck && node.parity != 0 && node.depth <= expectedCutCheckDepth) {
+        extension += expectedCutCheckExtension;
     }
-    if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) extension += 2;
     const bool searchedFirst = state.number == (node.tacticalOnly ? 2 : 1);
-    if (extension == 0 && state.move == node.hashMove && searchedFirst && node.depth >= 6 && node.depth <= 15) {
-        extension = 2;
+    if (extension == 0 && state.move == node.hashMove && searchedFirst && node.depth >= hashMoveLeastDepth &&
+        node.depth <= hashMoveMostDepth) {
+        extension = hashMoveExtension;
     }
-    extension = singularExtension(node, state, extension);
+    extension = extendSingular(node, state, extension);
     return minimum(extension, mostExtension);
 }
 

@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "board/attacks.h"
 #include "board/bits.h"
-#include "board/make_move.h"
+#include "board/legal_moves.h"
 #include "board/move_text.h"
 #include "board/moves.h"
 #include "board/piece_square.h"
@@ -74,13 +73,9 @@ std::string textOf(Move move) {
 
 std::string legalMoveWords(const Position& root) {
     Move moves[maxMoves];
-    const int count = allMoves(root, moves);
+    const int count = legalMoves(root, moves);
     std::string words;
-    Position child;
-    for (int i = 0; i < count; ++i) {
-        makeMove(root, child, moves[i]);
-        if (!moverLeftInCheck(child)) words += textOf(moves[i]) + ' ';
-    }
+    for (int i = 0; i < count; ++i) words += textOf(moves[i]) + ' ';
     return words;
 }
 

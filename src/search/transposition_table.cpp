@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "search/transposition_table.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdio>
 #include <cstring>
 
+#include "board/legal_moves.h"
+#include "board/make_move.h"
+#include "board/moves.h"
 #include "protocol/end_process.h"
 #include "search/large_memory.h"
 #include "search/settings.h"
@@ -108,6 +112,20 @@ void TranspositionTable::store(Key key, int depth, int score, Bound bound, Move 
     entry->depth = static_cast<std::int16_t>(depth);
     entry->score = static_cast<std::int16_t>(score);
     entry->generation = static_cast<std::uint8_t>(generation);
+}
+
+void TranspositionTable::seedPv(const Position& position, const Move* line) {
+    constexpr int seedDepth = -99; // shallower than any search
+    Position steps[2] = {position};
+    for (int i = 0; line[i] != nullMove; ++i) {
+        const Position& current = steps[i % 2];
+        Position& next = steps[(i + 1) % 2];
+        Move legal[maxMoves];
+        const int count = legalMoves(current, legal);
+        if (std::find(legal, legal + count, line[i]) == legal + count) return;
+        makeMove(current, next, line[i]);
+        store(current.key, seedDepth, 0, noBound, line[i], 0);
+    }
 }
 
 int scoreToTable(int score, int ply) {

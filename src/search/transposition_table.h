@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "board/keys.h"
+#include "board/position.h"
 #include "board/types.h"
 
 namespace helvan {
@@ -60,6 +61,10 @@ struct TranspositionTable {
     // of the same key when the move is 0. The first entry of a full bucket is never given to another key,
     // deliberately.
     void store(Key key, int depth, int score, Bound bound, Move move, int tag);
+
+    // Stores the moves of a line that begins at the position, each without a score under the position before it, up
+    // to the 0 that ends the line or the first move that cannot be made.
+    void seedPv(const Position& position, const Move* line);
 
     // Fetches the key's bucket into the cache ahead of a probe.
     void prefetch(Key key) const {

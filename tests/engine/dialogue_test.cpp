@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <regex>
 
 #include "support/engine_process.h"
 
@@ -133,6 +134,26 @@ TEST(Dialogue, OuterSearchSurvivesAnInnerOne) {
     ASSERT_FALSE(lines.empty());
     const std::string from = lines.back().substr(9, 2);
     EXPECT_TRUE(from[1] >= '6' && from[1] <= '8') << lines.back(); // a black man moves
+}
+
+TEST(Dialogue, DeterministicSearchesAgreeBetweenProcesses) {
+    const auto answers = [](int depthBefore) {
+        EngineProcess engine;
+        if (depthBefore > 0) {
+            engine.send("position startpos\ngo depth " + std::to_string(depthBefore));
+            engine.readUntil("bestmove");
+        }
+        engine.send("setoption name deterministic value true\nposition startpos moves e2e4 e7e5\ngo depth 9");
+        std::string text;
+        for (const std::string& line : engine.readUntil("bestmove")) {
+            // Times differ.
+            text += std::regex_replace(line, std::regex(" (time|nps) [0-9]+"), "") + '\n';
+        }
+        return text;
+    };
+    const std::string first = answers(0);
+    EXPECT_NE(first.find("info depth 9 nodes "), std::string::npos) << first;
+    EXPECT_EQ(answers(6), first) << "what was searched before leaves no trace";
 }
 
 TEST(Dialogue, OptionsInTheMiddleOfASearch) {

@@ -14,7 +14,7 @@
 
 namespace helvan::testing {
 
-TEST(Margins, NullReductionHasThePublishedValues) {
+TEST(Margins, NullReductionFollowsTheHyperbolicTangent) {
     const int given[][2] = {{0, 0},      {1, 15},     {2, 30},     {3, 46},     {4, 61},    {5, 76},
                             {6, 92},     {7, 107},    {8, 122},    {9, 137},    {50, 731},  {100, 1290},
                             {200, 1822}, {300, 1960}, {400, 1991}, {500, 1998}, {639, 1999}};

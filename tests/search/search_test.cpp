@@ -91,6 +91,19 @@ TEST(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
     EXPECT_NE(stalemated.find("\nbestmove ZZZZ\n"), std::string::npos);
 }
 
+TEST(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
+    const auto lastScore = [](const Position& position) {
+        const std::string answer = thought(position, 9);
+        return std::stoi(answer.substr(answer.rfind(" score cp ") + 10));
+    };
+    // A rook down and about to be mated, the queen checks for ever.
+    EXPECT_NEAR(lastScore(positionOf("6k1/6p1/8/7Q/8/8/qr4PP/7K w - -")), 0, 5);
+    Position winning = positionOf("8/8/8/3k4/8/8/3QK3/8 w - -");
+    EXPECT_GT(lastScore(winning), 500);
+    winning.fifty = 97; // not enough moves to mate
+    EXPECT_NEAR(lastScore(winning), 0, 5);
+}
+
 TEST(Think, ListsTheRanksOfSeveralLines) {
     multiPv = 3;
     const std::string answer = thought(positionOf("7k/8/8/8/8/8/7r/3K4 w - -"), 4); // two legal moves

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "search/settings.h"
+#include "support/boards.h"
 
 namespace helvan::testing {
 
@@ -79,6 +80,20 @@ TEST_F(Table, ReleasedTableFindsAndKeepsNothing) {
     table.newGeneration();
     table.prefetch(7);
     EXPECT_EQ(table.probe(7), nullptr);
+}
+
+TEST_F(Table, SeededLinesNameTheirMovesUpToTheFirstThatCannotBeMade) {
+    const Position start = positionOf(startFen);
+    const Move e2e4 = encodeMove(e2, e4, doublePush), d7d5 = encodeMove(d7, d5, doublePush), d1d8 = encodeMove(d1, d8);
+    const Position second = childOf(start, e2e4), third = childOf(second, d7d5);
+    table.store(second.key, 5, 33, exactBound, d1d8, 0);
+    const Move line[] = {e2e4, d7d5, d1d8, nullMove};
+    table.seedPv(start, line);
+    EXPECT_EQ(table.probe(start.key)->move, e2e4);
+    EXPECT_EQ(table.probe(start.key)->depth, -99);
+    EXPECT_EQ(table.probe(second.key)->move, d7d5);
+    EXPECT_EQ(table.probe(second.key)->bound(), noBound);
+    EXPECT_EQ(table.probe(third.key), nullptr);
 }
 
 TEST(TableScores, MatesCountFromThePosition) {
