@@ -8,7 +8,9 @@
 #include <thread>
 
 #include "board/attacks.h"
+#include "book/book.h"
 #include "main/command_line.h"
+#include "main/self_test.h"
 #include "protocol/command_queue.h"
 #include "protocol/end_process.h"
 #include "protocol/log.h"
@@ -39,6 +41,7 @@ constexpr int usageError = -1;
 
 [[noreturn]] void start(int argumentCount, const char* const* arguments) {
     std::srand(static_cast<unsigned>(std::time(nullptr)));
+    reopenBook();
     initSlidingAttacks();
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stdin, nullptr, _IONBF, 0);
@@ -54,6 +57,8 @@ constexpr int usageError = -1;
         endProcess(0);
     }
     if (settings.logFileName[0] != '\0') openLog(settings.logFileName);
+    if (settings.makeTestData != 0) endProcess(makeTestData());
+    if (settings.selfTest != 0) endProcess(runSelfTest());
     playForEver();
 }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "book/book.h"
 #include "book/settings.h"
 #include "protocol/log.h"
 #include "protocol/number_text.h"
@@ -82,7 +83,10 @@ void setHash(const std::string& value) {
 
 void setMultiPv(const std::string& value) { multiPv = intFromText(value.c_str()); }
 
-void setOwnBook(const std::string& value) { ownBook = value == "true" ? 1 : 0; }
+void setOwnBook(const std::string& value) {
+    ownBook = value == "true" ? 1 : 0;
+    reopenBook();
+}
 
 void setPonder(const std::string& value) {
     ponderAllowed = value == "true" ? 1 : 0;
@@ -93,6 +97,8 @@ void setPonder(const std::string& value) {
 void setBookFile(const std::string& value) {
     bookFileName[value.copy(bookFileName, bookFileCapacity - 1)] = '\0';
     std::printf("info string book file is %s\n", bookFileName);
+    std::fflush(stdout);
+    reopenBook();
 }
 
 // The options that no table lists, by their names in lower case.

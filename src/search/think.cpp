@@ -9,6 +9,7 @@
 #include "board/move_text.h"
 #include "board/moves.h"
 #include "board/piece_square.h"
+#include "book/book.h"
 #include "protocol/log.h"
 #include "search/limits.h"
 #include "search/margins.h"
@@ -271,6 +272,17 @@ void ensureMove(Iterations& search) {
     if (first != end) search.lines[0].pv[0] = first->move;
 }
 
+// Answers whether the opening book knows what to play, which then is the line. A move that the front end has not asked
+// for is not played. The self-test searches whatever book may lie about.
+bool playFromBook(Iterations& search) {
+    if (testMode != 0) return false;
+    const Move move = probeBook(search.root);
+    if (move == nullMove || !isNamed(search.searchMoves, move)) return false;
+    search.lines[0].pv[0] = move;
+    search.lineCount = 1;
+    return true;
+}
+
 void iterate(Iterations& search) {
     for (;; ++search.depth) {
         if (search.depth == 2) searchState.firstIteration = 0;
@@ -305,8 +317,10 @@ int think(const Position& gamePosition, double allotted, int depthLimit, const s
     searchState.searchStartTime = now();
     setDeadlines(allotted);
     logTableHead();
-    iterate(search);
-    ensureMove(search);
+    if (!playFromBook(search)) {
+        iterate(search);
+        ensureMove(search);
+    }
     endSearch(search);
     return search.lines[0].score;
 }

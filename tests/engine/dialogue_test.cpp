@@ -173,6 +173,32 @@ TEST(Dialogue, OptionsInTheMiddleOfASearch) {
     EXPECT_FALSE(engine.readUntil("bestmove ").empty());
 }
 
+TEST(Dialogue, PlaysFromTheBookWithoutSearch) {
+    const std::string name = ::testing::TempDir() + "helvan_book_" + std::to_string(getpid()) + ".bin";
+    const unsigned char entry[16] = {0x46, 0x3b, 0x96, 0x18, 0x16, 0x91, 0xfc, 0x9c, 0x02, 0xa2, 0, 1}; // c2c5: illegal
+    std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(entry), sizeof entry);
+    EngineProcess engine;
+    engine.send("setoption name Book File value " + name);
+    engine.send("go depth 1");
+    EXPECT_EQ(countOf(engine.readUntil("bestmove"), "info depth 1"), 2) << "a broken book is not played from";
+    unsigned char legal[16];
+    std::copy(std::begin(entry), std::end(entry), legal);
+    legal[9] = 0x9a; // c2c4
+    std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(legal), sizeof legal);
+    engine.send("setoption name Book File value " + name);
+    engine.readUntil("info string book file is");
+    engine.send("go wtime 1000 btime 1000");
+    const std::vector<std::string> played = engine.readUntil("bestmove");
+    EXPECT_EQ(countOf(played, "info depth"), 0);
+    EXPECT_TRUE(holds(played, "info nodes 0"));
+    EXPECT_EQ(played.back(), "bestmove c2c4");
+    engine.send("go depth 1 searchmoves a2a3");
+    EXPECT_EQ(engine.readUntil("bestmove").back().substr(0, 13), "bestmove a2a3");
+    engine.send("setoption name OwnBook value false\ngo depth 1");
+    EXPECT_EQ(countOf(engine.readUntil("bestmove"), "info depth 1"), 2);
+    std::remove(name.c_str());
+}
+
 TEST(Dialogue, EndOfInputEndsNothing) {
     EngineProcess engine;
     engine.send("go depth 2");

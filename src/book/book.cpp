@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: MIT
+#include "book/book.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "board/legal_moves.h"
+#include "board/move_text.h"
+#include "board/moves.h"
+#include "book/polyglot_key.h"
+#include "book/settings.h"
+#include "protocol/end_process.h"
+#include "protocol/log.h"
+
+namespace helvan {
+
+namespace {
+
+std::FILE* bookFile = nullptr;
+
+constexpr int entrySize = 16;
+
+struct BookEntry {
+    std::uint64_t key;
+    unsigned move;
+    unsigned weight;
+};
+
+// The file, entry by entry.
+class EntryReader {
+public:
+    explicit EntryReader(std::FILE* file) : book(file) {}
+
+    std::int64_t count() {
+        if (std::fseek(book, 0, SEEK_END) != 0) fail();
+        return std::ftell(book) / entrySize;
+    }
+
+    // A short read, which can only happen one entry past the last, goes unnoticed: the bytes read before stay.
+    BookEntry at(std::int64_t index) {
+        if (std::fseek(book, index * entrySize, SEEK_SET) != 0) fail();
+        [[maybe_unused]] const std::size_t read = std::fread(bytes.data(), entrySize, 1, book);
+        return {number(0, 8), static_cast<unsigned>(number(8, 2)), static_cast<unsigned>(number(10, 2))};
+    }
+
+private:
+    [[noreturn]] static void fail() {
+        std::fprintf(stderr, "Error with fseek opening book\n");
+        endProcess(1);
+    }
+
+    // Big-endian.
+    std::uint64_t number(int first, int length) const {
+        std::uint64_t value = 0;
+        for (int i = first; i < first + length; ++i) value = value << 8 | bytes[i];
+        return value;
+    }
+
+    std::FILE* book;
+    std::array<unsigned char, entrySize> bytes{};
+};
+
+// The index of an entry with the key, or -1. The file's order is not trusted: whatever it holds, this ends.
+std::int64_t findKey(EntryReader& reader, std::int64_t count, std::uint64_t key) {
+    std::int64_t low = 0, high = count; // one past the last, deliberately
+    while (low <= high) {
+        const std::int64_t middle = low + (high - low) / 2;
+        const std::uint64_t found = reader.at(middle).key;
+        if (found == key) return middle;
+        if (key < found) {
+            high = middle - 1;
+        } else {
+            low = middle + 1;
+        }
+    }
+    return -1;
+}
+
+// All entries with the key that stand together with the one at the index.
+std::vector<BookEntry> entriesAround(EntryReader& reader, std::int64_t index, std::int64_t count, std::uint64_t key) {
+    while (index > 0 && reader.at(index - 1).key == key) --index;
+    std::vector<BookEntry> entries;
+    for (; index < count; ++index) {
+        const BookEntry entry = reader.at(index);
+        if (entry.key != key) break;
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+std::string coordinateText(unsigned move) {
+    constexpr std::string_view promotions = " nbrq???"; // the last three do not exist
+    const auto square = [](unsigned at) {
+        return std::string{static_cast<char>('a' + (at & 7)), static_cast<char>('1' + (at >> 3))};
+    };
+    std::string text = square(move >> 6 & 63) + square(move & 63);
+    if (const unsigned promotion = move >> 12 & 7; promotion != 0) text += promotions[promotion];
+    return text;
+}
+
+// Books write castling as the king taking its rook.
+std::string withOwnCastling(const Position& position, const std::string& text) {
+    struct Castling {
+        Colour colour;
+        Square kingSquare;
+        const char* inBook;
+        const char* own;
+    };
+    constexpr Castling castlings[] = {{white, e1, "e1h1", "e1g1"},
+                                      {white, e1, "e1a1", "e1c1"},
+                                      {black, e8, "e8h8", "e8g8"},
+                                      {black, e8, "e8a8", "e8c8"}};
+    for (const Castling& castling : castlings) {
+        const bool kingAtHome = (position.of(castling.colour, king) & bit(castling.kingSquare)) != 0;
+        if (kingAtHome && text == castling.inBook) return castling.own;
+    }
+    return text;
+}
+
+struct Candidate {
+    Move move;
+    std::uint64_t weight;
+};
+
+// The legal moves of the entries with their weights, as they stand in the file. Empty when one is not legal.
+std::vector<Candidate> candidatesOf(const Position& position, const std::vector<BookEntry>& entries) {
+    Move legal[maxMoves];
+    const int count = legalMoves(position, legal);
+    std::vector<Candidate> candidates;
+    for (const BookEntry& entry : entries) {
+        if (entry.weight == 0) continue;
+        const std::string text = withOwnCastling(position, coordinateText(entry.move));
+        const Move* const move = std::find_if(legal, legal + count, [&](Move candidate) {
+            char candidateText[moveTextSize];
+            moveToText(candidate, candidateText);
+            return text == candidateText;
+        });
+        if (move == legal + count) {
+            logWrite("Hey, book seems broken\n");
+            return {};
+        }
+        candidates.push_back({*move, entry.weight});
+        logWrite("book: %-5s %5d\n", text.c_str(), static_cast<int>(entry.weight));
+    }
+    return candidates;
+}
+
+// Leaves only the candidates of the greatest weight, in their order.
+void keepBest(std::vector<Candidate>& candidates) {
+    std::uint64_t most = 0;
+    for (const Candidate& candidate : candidates) most = std::max(most, candidate.weight);
+    std::erase_if(candidates, [&](const Candidate& candidate) { return candidate.weight < most; });
+}
+
+Move draw(const std::vector<Candidate>& candidates) {
+    std::uint64_t total = 0;
+    for (const Candidate& candidate : candidates) total += candidate.weight;
+    if (total == 0) return nullMove;
+    const std::uint64_t mask = std::bit_ceil(total) - 1;
+    std::uint64_t drawn = 0;
+    do {
+        drawn = static_cast<std::uint64_t>(std::rand()) & mask;
+    } while (drawn >= total);
+    for (const Candidate& candidate : candidates) {
+        if (drawn < candidate.weight) return candidate.move;
+        drawn -= candidate.weight;
+    }
+    return nullMove;
+}
+
+} // namespace
+
+void reopenBook() {
+    if (bookFile != nullptr) std::fclose(bookFile);
+    bookFile = nullptr;
+    std::error_code ignored; // opening a directory may succeed, and a pipe would have to be waited for
+    if (ownBook == 1 && std::filesystem::is_regular_file(bookFileName, ignored))
+        bookFile = std::fopen(bookFileName, "rb");
+}
+
+Move probeBook(const Position& position) {
+    if (bookFile == nullptr) return nullMove;
+    const std::uint64_t key = polyglotKey(position);
+    EntryReader reader(bookFile);
+    const std::int64_t count = reader.count();
+    if (count <= 0) return nullMove;
+    const std::int64_t found = findKey(reader, count, key);
+    if (found < 0) return nullMove;
+    std::vector<Candidate> candidates = candidatesOf(position, entriesAround(reader, found, count, key));
+    if (bestLineOnly != 0) keepBest(candidates);
+    return draw(candidates);
+}
+
+} // namespace helvan

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+//
+// The opening book, a file in the Polyglot format: 16-byte entries sorted by position key, each with a move and its
+// weight.
+#pragma once
+
+#include "board/position.h"
+#include "board/types.h"
+
+namespace helvan {
+
+// Closes the book and, if the setting ownBook says so, opens the file bookFileName. A file that cannot be opened
+// leaves the book closed without a message. To be called at start and whenever one of the two settings has changed.
+void reopenBook();
+
+// A move from the book for the position, drawn by std::rand with chances as the entries' weights (among those of the
+// greatest weight only, if bestLineOnly is set); 0 when the book has none. One entry that names an illegal move
+// spoils the position: the log says so and the answer is 0.
+Move probeBook(const Position& position);
+
+} // namespace helvan
