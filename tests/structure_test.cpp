@@ -26,7 +26,7 @@ const std::map<std::string, std::set<std::string>> allowedFolders = {
     {"main", {"protocol", "search", "book", "eval", "board"}}};
 
 // The leaves that every folder may use.
-const std::set<std::string> leaves = {"protocol/log", "protocol/end_process"};
+const std::set<std::string> leaves = {"platform/platform", "protocol/log", "protocol/end_process"};
 
 using Rooms = std::map<std::string, std::set<std::string>>;
 

@@ -3,11 +3,12 @@
 #include <cstdio>
 
 #include "board/fen.h"
+#include "main/self_test.h"
+#include "main/test_fens.h"
 #include "search/limits.h"
 #include "search/settings.h"
 #include "search/think.h"
 #include "search/transposition_table.h"
-#include "tools/bench_positions.h"
 #include "tools/debug_tools.h"
 
 namespace helvan {
@@ -39,10 +40,11 @@ void benchSearch(int depth) {
     transpositionTable.allocate(hashMegabytes);
     std::uint64_t total = 0;
     const double start = now();
-    for (const char* fen : benchPositions) {
+    for (const char* text : testFens) {
+        const std::string fen = TestRow(text).fen;
         const double began = now();
-        const std::uint64_t nodes = searchedNodes(fen, depth);
-        printFigures(fen, nodes, now() - began);
+        const std::uint64_t nodes = searchedNodes(fen.c_str(), depth);
+        printFigures(fen.c_str(), nodes, now() - began);
         total += nodes;
     }
     printFigures("total", total, now() - start);

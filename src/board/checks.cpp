@@ -54,7 +54,6 @@ KingLines::KingLines(const Position& position, bool inCheck) {
     checking[bishop] = bishopAttacks(square, position.occupied());
     checking[rook] = rookAttacks(square, position.occupied());
     checking[queen] = checking[bishop] | checking[rook];
-    checking[king] = 0;
 }
 
 bool KingLines::givesCheck(const Position& position, Move move) const {

@@ -21,9 +21,9 @@ struct KingLines {
     bool givesCheck(const Position& position, Move move) const;
     bool leavesInCheck(const Position& child) const;
 
-    Bitboard exposed;            // exposedSquares of the side to move
-    Bitboard uncovering;         // squares of the only piece between the enemy king and a slider of the side to move
-    Bitboard checking[king + 1]; // by type, the squares from which a piece would attack the enemy king
+    Bitboard exposed;    // exposedSquares of the side to move
+    Bitboard uncovering; // squares of the only piece between the enemy king and a slider of the side to move
+    Bitboard checking[phantom + 1] = {}; // by type, the squares from which a piece would attack the enemy king
     bool oneEnemyKing;
 };
 

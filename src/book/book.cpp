@@ -18,6 +18,7 @@
 #include "board/moves.h"
 #include "book/polyglot_key.h"
 #include "book/settings.h"
+#include "platform/platform.h"
 #include "protocol/end_process.h"
 #include "protocol/log.h"
 
@@ -41,13 +42,13 @@ public:
     explicit EntryReader(std::FILE* file) : book(file) {}
 
     std::int64_t count() {
-        if (std::fseek(book, 0, SEEK_END) != 0) fail();
-        return std::ftell(book) / entrySize;
+        if (!seekFile(book, 0, SEEK_END)) fail();
+        return tellFile(book) / entrySize;
     }
 
-    // A short read, which can only happen one entry past the last, goes unnoticed: the bytes read before stay.
+    // A short read, as one entry past the last, goes unnoticed: the bytes read before stay.
     BookEntry at(std::int64_t index) {
-        if (std::fseek(book, index * entrySize, SEEK_SET) != 0) fail();
+        if (!seekFile(book, index * entrySize, SEEK_SET)) fail();
         [[maybe_unused]] const std::size_t read = std::fread(bytes.data(), entrySize, 1, book);
         return {number(0, 8), static_cast<unsigned>(number(8, 2)), static_cast<unsigned>(number(10, 2))};
     }
@@ -85,11 +86,14 @@ std::int64_t findKey(EntryReader& reader, std::int64_t count, std::uint64_t key)
     return -1;
 }
 
-// All entries with the key that stand together with the one at the index.
+// All entries with the key that stand together with the one at the index. No position has more moves than a few
+// hundred; a file that says so is no book and shall not hold the search up.
 std::vector<BookEntry> entriesAround(EntryReader& reader, std::int64_t index, std::int64_t count, std::uint64_t key) {
-    while (index > 0 && reader.at(index - 1).key == key) --index;
+    constexpr int mostEntries = 1024;
+    for (int back = 0; back < mostEntries && index > 0 && reader.at(index - 1).key == key; ++back) --index;
     std::vector<BookEntry> entries;
-    for (; index < count; ++index) {
+    // Never past the last entry, where the bytes read before would answer for ever.
+    for (const std::int64_t end = std::min(count, index + mostEntries); index < end; ++index) {
         const BookEntry entry = reader.at(index);
         if (entry.key != key) break;
         entries.push_back(entry);
@@ -108,12 +112,12 @@ std::string coordinateText(unsigned move) {
 }
 
 // Books write castling as the king taking its rook.
-std::string withOwnCastling(const Position& position, const std::string& text) {
+std::string castlingAsKingMove(const Position& position, const std::string& text) {
     struct Castling {
         Colour colour;
         Square kingSquare;
         const char* inBook;
-        const char* own;
+        const char* kingMove;
     };
     constexpr Castling castlings[] = {{white, e1, "e1h1", "e1g1"},
                                       {white, e1, "e1a1", "e1c1"},
@@ -121,7 +125,7 @@ std::string withOwnCastling(const Position& position, const std::string& text) {
                                       {black, e8, "e8a8", "e8c8"}};
     for (const Castling& castling : castlings) {
         const bool kingAtHome = (position.of(castling.colour, king) & bit(castling.kingSquare)) != 0;
-        if (kingAtHome && text == castling.inBook) return castling.own;
+        if (kingAtHome && text == castling.inBook) return castling.kingMove;
     }
     return text;
 }
@@ -135,20 +139,22 @@ struct Candidate {
 std::vector<Candidate> candidatesOf(const Position& position, const std::vector<BookEntry>& entries) {
     Move legal[maxMoves];
     const int count = legalMoves(position, legal);
+    std::vector<std::string> texts;
+    for (int i = 0; i < count; ++i) {
+        char text[moveTextSize];
+        moveToText(legal[i], text);
+        texts.emplace_back(text);
+    }
     std::vector<Candidate> candidates;
     for (const BookEntry& entry : entries) {
         if (entry.weight == 0) continue;
-        const std::string text = withOwnCastling(position, coordinateText(entry.move));
-        const Move* const move = std::find_if(legal, legal + count, [&](Move candidate) {
-            char candidateText[moveTextSize];
-            moveToText(candidate, candidateText);
-            return text == candidateText;
-        });
-        if (move == legal + count) {
+        const std::string text = castlingAsKingMove(position, coordinateText(entry.move));
+        const auto found = std::find(texts.begin(), texts.end(), text);
+        if (found == texts.end()) {
             logWrite("Hey, book seems broken\n");
             return {};
         }
-        candidates.push_back({*move, entry.weight});
+        candidates.push_back({legal[found - texts.begin()], entry.weight});
         logWrite("book: %-5s %5d\n", text.c_str(), static_cast<int>(entry.weight));
     }
     return candidates;

@@ -5,12 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <new>
 #include <thread>
 
 #include "board/attacks.h"
 #include "book/book.h"
 #include "main/command_line.h"
 #include "main/self_test.h"
+#include "platform/platform.h"
 #include "protocol/command_queue.h"
 #include "protocol/end_process.h"
 #include "protocol/log.h"
@@ -27,6 +29,11 @@ namespace {
 // The process's result after a faulty command line.
 constexpr int usageError = -1;
 
+void endWithoutMemory() {
+    std::fprintf(stderr, "Out of memory\n");
+    endProcess(1);
+}
+
 [[noreturn]] void playForEver() {
     rebuildTables();
     std::fprintf(stderr, "Helvan version %s\n", versionText);
@@ -40,12 +47,12 @@ constexpr int usageError = -1;
 }
 
 [[noreturn]] void start(int argumentCount, const char* const* arguments) {
+    claimStandardStreams();
+    std::set_new_handler(endWithoutMemory);
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     reopenBook();
     initSlidingAttacks();
-    std::setvbuf(stdout, nullptr, _IONBF, 0);
-    std::setvbuf(stdin, nullptr, _IONBF, 0);
-    std::fflush(nullptr);
+    prepareStreams();
 
     CommandLineSettings settings;
     if (!readCommandLine(argumentCount, arguments, settings)) {

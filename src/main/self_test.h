@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Two batch modes over a table of positions: the self-test searches them to a fixed depth, compares the answers with
-// the table's and measures the time; the generator prints the table anew. Both end any other use of the process.
+// the table's and measures the time; the generator prints the table anew. Neither leaves the
+// process fit for anything else.
 #pragma once
 
 #include <cstdint>

@@ -19,11 +19,8 @@ void readLines() {
 } // namespace
 
 void appendLine(CommandQueue& queue, const char* line) {
-    const std::size_t length = strnlen(line, lineCapacity - 1);
     const std::lock_guard guard(queue.lock);
-    char* slot = queue.slots[queue.writeIndex];
-    std::memcpy(slot, line, length);
-    slot[length] = '\0';
+    std::snprintf(queue.slots[queue.writeIndex], lineCapacity, "%s", line);
     queue.writeIndex = nextSlot(queue.writeIndex);
 }
 

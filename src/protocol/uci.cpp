@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/platform.h"
 #include "protocol/command_queue.h"
 #include "protocol/end_process.h"
 #include "protocol/go_command.h"
@@ -62,9 +63,7 @@ void dispatch(const Words& words) {
 
 void handleLine(const char* line) {
     char command[lineCapacity];
-    const std::size_t length = strnlen(line, lineCapacity - 1);
-    std::memcpy(command, line, length);
-    command[length] = '\0';
+    std::snprintf(command, lineCapacity, "%s", line);
     command[std::strcspn(command, "\n\f\r")] = '\0';
     if (command[0] == '\0') return;
     logWrite("uci -> %s\n", command);
@@ -80,6 +79,7 @@ void pollCommand() {
         first = false;
         resetGame();
     }
+    if (std::ferror(stdout) != 0 && !outputIsOpen()) endProcess(0);
     char line[lineCapacity];
     if (takeLine(commandQueue(), line)) handleLine(line);
 }

@@ -3,6 +3,7 @@
 // A command line cut into words.
 #pragma once
 
+#include <cstdio>
 #include <cstring>
 
 #include "board/move_text.h"
@@ -13,9 +14,7 @@ namespace helvan {
 struct Words {
     // Cuts a copy of the line, which is cut to lineCapacity - 1 characters.
     explicit Words(const char* line) {
-        const std::size_t length = strnlen(line, lineCapacity - 1);
-        std::memcpy(text, line, length);
-        text[length] = '\0';
+        std::snprintf(text, lineCapacity, "%s", line);
         count = splitWords(text, words);
     }
     Words(const Words&) = delete;

@@ -12,9 +12,6 @@ namespace {
 
 constexpr std::uint32_t checkMask = 255; // the periodic check looks around every 256th call
 constexpr int softLimitPercent = 75;
-// Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it
-// could go on for ever; nothing that happens in games comes near this.
-constexpr std::uint64_t uninterruptedNodes = 4'000'000;
 
 std::uint32_t checkCounter = 0;
 int runningSearches = 0;

@@ -31,6 +31,10 @@ inline SearchState searchState;
 // The hard deadline as a share of the allotment. Keeps its value from search to search.
 inline int hardLimitPercent = 500;
 
+// Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go on
+// for ever, so it may be after this many nodes; nothing that happens in games comes near.
+inline std::uint64_t uninterruptedNodes = 4'000'000;
+
 // Handles one waiting command; null where nobody listens (batch modes, tests).
 inline void (*pollInput)() = nullptr;
 

@@ -272,12 +272,12 @@ void ensureMove(Iterations& search) {
     if (first != end) search.lines[0].pv[0] = first->move;
 }
 
-// Answers whether the opening book knows what to play, which then is the line. A move that the front end has not asked
-// for is not played. The self-test searches whatever book may lie about.
-bool playFromBook(Iterations& search) {
-    if (testMode != 0) return false;
+// Answers whether the opening book knows what to play, which then is the line. Who names moves wants them searched, and
+// the self-test searches whatever book may lie about.
+bool playFromBook(Iterations& search, bool everyMoveAllowed) {
+    if (testMode != 0 || !everyMoveAllowed) return false;
     const Move move = probeBook(search.root);
-    if (move == nullMove || !isNamed(search.searchMoves, move)) return false;
+    if (move == nullMove) return false;
     search.lines[0].pv[0] = move;
     search.lineCount = 1;
     return true;
@@ -313,11 +313,12 @@ int think(const Position& gamePosition, double allotted, int depthLimit, const s
     refreshPieceSums(search.root);
     copyAncestors(search);
     search.rootSearch.ranks = usedMultiPv();
-    if (search.searchMoves.empty()) search.searchMoves = legalMoveWords(search.root);
+    const bool everyMoveAllowed = search.searchMoves.empty();
+    if (everyMoveAllowed) search.searchMoves = legalMoveWords(search.root);
     searchState.searchStartTime = now();
     setDeadlines(allotted);
     logTableHead();
-    if (!playFromBook(search)) {
+    if (!playFromBook(search, everyMoveAllowed)) {
         iterate(search);
         ensureMove(search);
     }

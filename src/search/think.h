@@ -16,8 +16,9 @@ namespace helvan {
 //   depthLimit   iterations; anything outside 1..maxDepth means maxDepth
 //   searchMoves  the root moves to search as texts separated by blanks; empty for all
 // Node limit, pondering and fixedMoveTime are set beforehand in nodeCounter and searchState. The position has one
-// king of each colour, and the side not to move is not in check. A move of the opening book is answered without
-// search. Answers the first line's score of the last finished iteration in centipawns, 0 for a move of the book.
+// king of each colour, and the side not to move is not in check. Without named moves, a move of the opening book is
+// answered at once. Answers the first line's score of the last finished iteration in centipawns, 0 for a move of the
+// book.
 int think(const Position& gamePosition, double allotted, int depthLimit, const std::string& searchMoves);
 
 // What testMode records of an iteration instead of printing it.

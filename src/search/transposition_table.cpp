@@ -9,8 +9,8 @@
 #include "board/legal_moves.h"
 #include "board/make_move.h"
 #include "board/moves.h"
+#include "platform/platform.h"
 #include "protocol/end_process.h"
-#include "search/large_memory.h"
 #include "search/settings.h"
 
 namespace helvan {

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+//
+// All that differs from one operating system to the next. A leaf that every part of the engine may use.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace helvan {
+
+// A block of zeros, aligned to cache lines, on huge pages where the system offers them; null when refused. Pages are
+// not touched before they are used.
+void* allocateZeroed(std::size_t bytes);
+
+// Gives a block of that size back; null is allowed.
+void freeZeroed(void* block, std::size_t bytes);
+
+// Gives each standard stream that the process was started without a place that is always empty and takes nothing. A
+// file opened later would take its place, and be read as commands. To be called before any file is opened.
+void claimStandardStreams();
+
+// Makes the standard streams binary and unbuffered, and a write to a front end that has died the end of the process,
+// whatever the process was started with.
+void prepareStreams();
+
+// False once standard output leads nowhere for good, so that nobody can hear the engine any more. A full disk may have
+// room again and does not count. To be called after a write has failed; tries another one.
+bool outputIsOpen();
+
+// std::fseek and std::ftell for files of any size. seekFile answers whether it succeeded.
+bool seekFile(std::FILE* file, std::int64_t offset, int origin);
+std::int64_t tellFile(std::FILE* file);
+
+} // namespace helvan

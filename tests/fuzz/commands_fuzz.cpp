@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+//
+// Whole dialogues, one line of the input a command. While a search runs it polls for further lines, so commands come in
+// the middle of searches too; when no line is left the searches are stopped.
+#include <cstring>
+#include <sstream>
+
+#include "fuzz_support.h"
+#include "protocol/number_text.h"
+#include "protocol/position_command.h"
+#include "protocol/uci.h"
+#include "protocol/words.h"
+
+using namespace helvan;
+
+namespace {
+
+std::istringstream dialogue;
+
+// "quit", positions of no kind, a FEN without a side and tables larger than memory end the process, as they should.
+constexpr std::size_t longestPlacement = 200; // a longer one is cut, perhaps before the side to move
+
+bool endsTheProcess(const Words& words) {
+    if (words.is(0, "quit")) return true;
+    if (words.is(0, "position")) {
+        if (words.is(1, "startpos")) return false;
+        return !words.is(1, "fen") || (words[3][0] != 'w' && words[3][0] != 'b') ||
+               std::strlen(words[2]) > longestPlacement;
+    }
+    return false;
+}
+
+bool isSlow(const Words& words) {
+    // Options rebuild tables and allocate memory, which would take up all the time.
+    return words.is(0, "setoption") && words.count > 3 && dialogue.tellg() > 400;
+}
+
+bool handleNextLine() {
+    std::string line;
+    if (!std::getline(dialogue, line)) return false;
+    const Words words(line.c_str());
+    if (endsTheProcess(words) || isSlow(words)) return true;
+    if (words.is(0, "go")) line += " nodes " + std::to_string(fuzz::fewNodes);
+    for (int i = 0; i + 1 < words.count; ++i) {
+        const bool large = intFromText(words[i + 1]) > 64;
+        if (words.is(0, "setoption") && words.is(i, "value") && large) return true; // megabytes, perhaps
+    }
+    handleLine(line.c_str());
+    return true;
+}
+
+void pollDialogue() {
+    if (!handleNextLine()) stopAllSearches();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    fuzz::prepareEngine();
+    pollInput = pollDialogue;
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    dialogue.clear();
+    dialogue.str(fuzz::textOf(data, size));
+    resetGame();
+    while (handleNextLine()) {
+    }
+    return 0;
+}
