@@ -208,6 +208,24 @@ TEST(Dialogue, EndOfInputEndsNothing) {
     EXPECT_TRUE(engine.isRunning());
 }
 
+TEST(Dialogue, EndsWhenNobodyHears) {
+    EngineProcess engine;
+    engine.send("go infinite");
+    EXPECT_FALSE(engine.readUntil("info depth 3 ").empty());
+    engine.stopReading();
+    EXPECT_TRUE(engine.ends());
+}
+
+// A book in the directory must not be taken for the standard input that the process was started without.
+TEST(Dialogue, StandardInputMayBeMissing) {
+    const std::string directory = ::testing::TempDir() + "helvan_without_input_" + std::to_string(getpid());
+    const std::string run = "mkdir -p " + directory + " && cd " + directory +
+                            " && printf 'uci\\nquit\\n' >helvan.bin && timeout 1 " + HELVAN_BINARY +
+                            " <&- >answer 2>/dev/null; status=$?; test -s answer && status=1; rm -r " + directory +
+                            "; exit $status";
+    EXPECT_EQ(WEXITSTATUS(std::system(run.c_str())), 124) << "waits, and answers nothing";
+}
+
 TEST(Dialogue, FatalPositionsSayWhy) {
     EngineProcess first;
     first.send("position nowhere");

@@ -70,6 +70,19 @@ public:
         }
     }
 
+    // The front end dies: nobody reads any more, but the pipe to the engine stays open.
+    void stopReading() {
+        close(fromEngine);
+        fromEngine = -1;
+    }
+
+    // Waits for the end of the process, however it comes.
+    bool ends(double seconds = 20) {
+        const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
+        while (isRunning() && Clock::now() < deadline) usleep(1000);
+        return !isRunning();
+    }
+
     void closeInput() {
         if (toEngine >= 0) close(toEngine);
         toEngine = -1;
@@ -110,7 +123,10 @@ public:
         return -1;
     }
 
-    bool isRunning() { return child > 0 && waitpid(child, nullptr, WNOHANG) == 0; }
+    bool isRunning() {
+        if (child > 0 && waitpid(child, nullptr, WNOHANG) == child) child = -1;
+        return child > 0;
+    }
 
     // What has come on standard error so far.
     std::string errors() {
