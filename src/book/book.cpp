@@ -7,10 +7,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "board/legal_moves.h"
@@ -188,9 +186,8 @@ Move draw(const std::vector<Candidate>& candidates) {
 void reopenBook() {
     if (bookFile != nullptr) std::fclose(bookFile);
     bookFile = nullptr;
-    std::error_code ignored; // opening a directory may succeed, and a pipe would have to be waited for
-    if (ownBook == 1 && std::filesystem::is_regular_file(bookFileName, ignored))
-        bookFile = std::fopen(bookFileName, "rb");
+    // Opening a directory may succeed, and a pipe would have to be waited for.
+    if (ownBook == 1 && isRegularFile(bookFileName)) bookFile = std::fopen(bookFileName, "rb");
 }
 
 Move probeBook(const Position& position) {

@@ -4,10 +4,9 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
-#include <vector>
 
 #include "board/fen.h"
+#include "board/move_text.h"
 #include "main/test_fens.h"
 #include "protocol/command_queue.h"
 #include "protocol/end_process.h"
@@ -75,19 +74,21 @@ void printHead() {
 } // namespace
 
 TestRow::TestRow(const char* text) : expected{} {
-    constexpr std::size_t fenFields = 4;
-    std::istringstream stream(text);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) words.push_back(word);
-    if (words.size() < fenFields) {
+    constexpr int fenFields = 4;
+    char copy[testFenCapacity];
+    std::snprintf(copy, sizeof copy, "%s", text);
+    char* words[testFenCapacity / 2];
+    const int count = splitWords(copy, words);
+    if (count < fenFields) {
         std::fprintf(stderr, "Error in data structure\n");
         endProcess(1);
     }
-    fen = words[0] + ' ' + words[1] + ' ' + words[2] + ' ' + words[3];
-    words.resize(fenFields + 3);
-    expected.bestMove = static_cast<Move>(std::strtol(words[4].c_str(), nullptr, 10));
-    expected.score = static_cast<int>(std::strtol(words[5].c_str(), nullptr, 10));
-    expected.nodes = std::strtoull(words[6].c_str(), nullptr, 10);
+    fen = words[0];
+    for (int i = 1; i < fenFields; ++i) fen += std::string(" ") + words[i];
+    const auto word = [&](int index) { return index < count ? words[index] : ""; };
+    expected.bestMove = static_cast<Move>(std::strtol(word(4), nullptr, 10));
+    expected.score = static_cast<int>(std::strtol(word(5), nullptr, 10));
+    expected.nodes = std::strtoull(word(6), nullptr, 10);
 }
 
 TestResult searchTestPosition(const TestRow& row) {

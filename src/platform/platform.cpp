@@ -4,12 +4,13 @@
 #include <cerrno>
 #include <csignal>
 
-#ifdef _WIN32
 #include <fcntl.h>
+#include <sys/stat.h>
+
+#ifdef _WIN32
 #include <io.h>
 #include <windows.h>
 #else
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 #endif
@@ -69,6 +70,11 @@ void prepareStreams() {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stdin, nullptr, _IONBF, 0);
     std::fflush(nullptr);
+}
+
+bool isRegularFile(const char* name) {
+    struct stat properties;
+    return stat(name, &properties) == 0 && (properties.st_mode & S_IFMT) == S_IFREG;
 }
 
 bool outputIsOpen() {

@@ -28,6 +28,9 @@ void prepareStreams();
 // room again and does not count. To be called after a write has failed; tries another one.
 bool outputIsOpen();
 
+// Whether there is a file of that name, no directory, pipe or device.
+bool isRegularFile(const char* name);
+
 // std::fseek and std::ftell for files of any size. seekFile answers whether it succeeded.
 bool seekFile(std::FILE* file, std::int64_t offset, int origin);
 std::int64_t tellFile(std::FILE* file);
