@@ -98,7 +98,7 @@ TEST(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
     };
     // A rook down and about to be mated, the queen checks for ever.
     EXPECT_NEAR(lastScore(positionOf("6k1/6p1/8/7Q/8/8/qr4PP/7K w - -")), 0, 5);
-    Position winning = positionOf("8/8/8/3k4/8/8/3QK3/8 w - -");
+    Position winning = positionOf("8/8/8/3k4/8/8/4K3/2Q5 w - -");
     EXPECT_GT(lastScore(winning), 500);
     winning.fifty = 97; // not enough moves to mate
     EXPECT_NEAR(lastScore(winning), 0, 5);
