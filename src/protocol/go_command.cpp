@@ -38,6 +38,7 @@ double allotFromClock(const GoParameters& go, Colour mover) {
                               .overheadMilliseconds = moveOverheadMilliseconds};
     const bool byMoves = go.movesToGo != 0 || go.depth < 0;
     const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
+    searchState.longestSafe = longestSafeSeconds(clock);
     if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;
     if (byMoves) {
         logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", clock.secondsLeft, clock.movesToGo,
@@ -102,6 +103,7 @@ void goCommand(const Words& words) {
     const GoParameters go = readGoParameters(words);
     searchState.pondering = go.ponder || go.infinite ? 1 : 0;
     searchState.fixedMoveTime = 0.0;
+    searchState.longestSafe = unlimitedSeconds;
     if (go.nodeLimit >= 0) nodeCounter.limit = static_cast<std::uint64_t>(go.nodeLimit);
 
     const Position& position = gameHistory.current();

@@ -53,6 +53,11 @@ double stretchForMovesToGo(const MoverClock& clock, double movesPlanned, double 
 
 } // namespace
 
+double longestSafeSeconds(const MoverClock& clock) {
+    constexpr double overheadsKept = 2.0;
+    return std::max(clock.secondsLeft - overheadsKept * clock.overheadMilliseconds / 1000.0, 0.0);
+}
+
 TimeAllotment allotForMovesToGo(const MoverClock& clock) {
     const double movesPlanned = static_cast<double>(clock.movesToGo) + spareMoves;
     const bool divisible = clock.secondsLeft > 0.0 && movesPlanned != 0.0;

@@ -27,4 +27,8 @@ TimeAllotment allotForMovesToGo(const MoverClock& clock);
 // For a clock that must last the game, with an increment after each move or without one.
 TimeAllotment allotForGame(const MoverClock& clock);
 
+// What the search may use at the very most: the clock but for twice the overhead, 0 or more. It binds only on a clock
+// so nearly empty that the least goals above, stretched, would overrun it; the move is then made after one iteration.
+double longestSafeSeconds(const MoverClock& clock);
+
 } // namespace helvan

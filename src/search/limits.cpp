@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "search/limits.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <limits>
@@ -42,8 +43,8 @@ void setDeadlines(double allotted) {
         searchState.hardDeadline = std::numeric_limits<double>::infinity();
         searchState.softDeadline = searchState.hardDeadline;
     } else {
-        searchState.hardDeadline = start + hardLimitPercent / 100.0 * allotted;
-        searchState.softDeadline = start + softLimitPercent / 100.0 * allotted;
+        searchState.hardDeadline = start + std::min(hardLimitPercent / 100.0 * allotted, searchState.longestSafe);
+        searchState.softDeadline = std::min(start + softLimitPercent / 100.0 * allotted, searchState.hardDeadline);
     }
 }
 

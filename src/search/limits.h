@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 #include "board/node_counter.h"
 
@@ -16,14 +17,17 @@ inline constexpr double noTimeGoalSeconds = 31622400.0;
 // Elapsed times that are divided by are at least this.
 inline constexpr double shortestSeconds = 0.0001;
 
+inline constexpr double unlimitedSeconds = std::numeric_limits<double>::infinity();
+
 struct SearchState {
-    double searchStartTime = 0.0; // all times in seconds on the clock of now()
-    double hardDeadline = 0.0;    // the search is broken off when it is passed
-    double softDeadline = 0.0;    // no iteration starts after it
-    double fixedMoveTime = 0.0;   // seconds of "go movetime", else 0
-    int timeUp = 0;               // 1 once an iteration ended after the soft deadline
-    int pondering = 0;            // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
-    int firstIteration = 0;       // 1 while depth 1 is searched, which is not interrupted
+    double searchStartTime = 0.0;          // all times in seconds on the clock of now()
+    double hardDeadline = 0.0;             // the search is broken off when it is passed
+    double softDeadline = 0.0;             // no iteration starts after it
+    double fixedMoveTime = 0.0;            // seconds of "go movetime", else 0
+    double longestSafe = unlimitedSeconds; // what the clock can bear; the hard deadline is not later
+    int timeUp = 0;                        // 1 once an iteration ended after the soft deadline
+    int pondering = 0;                     // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
+    int firstIteration = 0;                // 1 while depth 1 is searched, which is not interrupted
 };
 
 inline SearchState searchState;

@@ -183,6 +183,20 @@ TEST(TimeAllotment, NeverPlansForMoreThanTheClock) {
     EXPECT_NEAR(allotForGame({0.3, 10.0, 0, 0}).goalSeconds, 0.3 / (2.03 * 1.1), 0.0001);
 }
 
+// Only a nearly empty clock is cut short by what is safe: elsewhere the rules stay below it by themselves.
+TEST(TimeAllotment, NearlyEmptyClocksAreNotOverrun) {
+    EXPECT_DOUBLE_EQ(longestSafeSeconds({.secondsLeft = 0.05, .overheadMilliseconds = 20}), 0.01);
+    EXPECT_EQ(longestSafeSeconds({.secondsLeft = 0.03, .overheadMilliseconds = 20}), 0.0);
+    for (double left = 0.06; left < 5000; left *= 1.3) {
+        for (double increment = 0.0; increment < 100; increment = increment * 3 + 0.001) {
+            const MoverClock clock = {.secondsLeft = left, .incrementSeconds = increment, .overheadMilliseconds = 20};
+            const TimeAllotment allotment = allotForGame(clock);
+            const double longest = allotment.goalSeconds * allotment.maxGoalPercent.value_or(500) / 100.0;
+            EXPECT_LE(longest, longestSafeSeconds(clock)) << left << " + " << increment;
+        }
+    }
+}
+
 TEST(TimeAllotment, WithoutTimeIsTheLeastGoal) {
     EXPECT_EQ(allotForGame({0.0, 0.0, 0, 20}).goalSeconds, 0.002);
     EXPECT_EQ(allotForGame({-3.0, 1.0, 0, 20}).goalSeconds, 0.002);
