@@ -82,12 +82,12 @@ TEST_F(Limits, DeadlinesFollowTheAllotment) {
     EXPECT_DOUBLE_EQ(searchState.hardDeadline, 102);
     EXPECT_DOUBLE_EQ(searchState.softDeadline, 102);
     searchState.fixedMoveTime = 0;
-    hardLimitPercent = 1;
     searchState.longestSafe = 0.5; // a nearly empty clock
     setDeadlines(2);
     EXPECT_DOUBLE_EQ(searchState.hardDeadline, searchState.searchStartTime + 0.5);
     EXPECT_DOUBLE_EQ(searchState.softDeadline, searchState.searchStartTime + 0.5);
     searchState.longestSafe = unlimitedSeconds;
+    hardLimitPercent = 1;
     setDeadlines(noTimeGoalSeconds);
     EXPECT_TRUE(std::isinf(searchState.hardDeadline));
     EXPECT_TRUE(std::isinf(searchState.softDeadline));
