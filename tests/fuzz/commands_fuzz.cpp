@@ -38,6 +38,7 @@ bool isSlow(const Words& words) {
 bool handleNextLine() {
     std::string line;
     if (!std::getline(dialogue, line)) return false;
+    line = line.substr(0, line.find_first_of(std::string("\f\r\0", 3))); // where the engine takes it to end
     const Words words(line.c_str());
     if (endsTheProcess(words) || isSlow(words)) return true;
     if (words.is(0, "go")) line += " nodes " + std::to_string(fuzz::fewNodes);
