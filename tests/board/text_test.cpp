@@ -1,19 +1,81 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "board/apply_move.h"
 #include "board/display.h"
+#include "board/fen.h"
+#include "board/validity.h"
 #include "support/boards.h"
+#include "support/output.h"
 
 namespace helvan::testing {
+
+namespace {
+
+std::string written(const Position& position) {
+    char buffer[fenBufferSize];
+    positionToFen(position, buffer);
+    return buffer;
+}
+
+} // namespace
+
+TEST(Fen, EmptyTextIsTheStartPosition) {
+    const Position position = positionOf("");
+    EXPECT_EQ(castlingIndex(position.touched), castlingIndex(0)); // all rights
+    EXPECT_EQ(position.ply, 0);
+    EXPECT_EQ(position.fifty, 0);
+    EXPECT_EQ(position.phase, 96);
+    EXPECT_EQ(position.prev, nullptr);
+    EXPECT_EQ(written(position), "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w - -");
+}
+
+TEST(Fen, WritingGivesBackThePlacement) {
+    forRandomPositions(2000, 4, [](const Position& position, Random&) {
+        const Position again = positionOf(written(position));
+        ASSERT_TRUE(std::equal(std::begin(position.pieces), std::end(position.pieces), std::begin(again.pieces)));
+        ASSERT_EQ(again.sideToMove(), position.sideToMove());
+        ASSERT_EQ(again.inCheck, position.inCheck);
+        ASSERT_EQ(written(again), written(position));
+    });
+}
+
+TEST(Fen, EnPassantFieldOnlyTellsTheLastMove) {
+    const Position position = positionOf("rnbqkbnr/ppp1pppp/8/8/3pP3/8/PPPP1PPP/RNBQKBNR b KQkq e3 0 3");
+    EXPECT_EQ(position.epSquare, 0u);
+    EXPECT_EQ(position.lastMove, encodeMove(e2, e4));
+    EXPECT_EQ(position.ply, 1);
+    EXPECT_EQ(positionOf("4k3/8/8/3Pp3/8/8/8/4K3 w -   e6").lastMove, encodeMove(e7, e5));
+    for (const char* field : {"-", "", "e", "i3", "3e", "E3"}) {
+        EXPECT_EQ(positionOf(std::string("4k3/8/8/8/8/8/8/4K3 w - ") + field).lastMove, nullMove) << field;
+    }
+}
+
+TEST(Fen, MalformedPlacementNeverLeavesTheBoard) {
+    const Position crowded = positionOf(std::string(120, 'Q') + " w KQkq -");
+    EXPECT_EQ(popCount(crowded.of(white, queen)), 64);
+    const Position odd = positionOf("x//0k9K w - -"); // any other letter is a square; '/' only fills a rank up
+    EXPECT_EQ(odd.of(black, king), bit(a7));
+    EXPECT_EQ(odd.of(white, king), bit(c6));
+    // Only so much is read: the cut falls into the fields behind the side to move.
+    for (int zeros = 235; zeros <= 252; ++zeros) {
+        const Position cut = positionOf("k" + std::string(static_cast<std::size_t>(zeros), '0') + " w KQkq e3 0 1");
+        EXPECT_EQ(cut.of(black, king), bit(a8));
+    }
+}
+
+TEST(Validity, NamesWhatIsWrong) {
+    EXPECT_EQ(unplayableReason(positionOf(startFen)), nullptr);
+    const char* rows[][2] = {{"8/8/8/8/8/8/8/K7 w - -", "black has no king"},
+                             {"k7/8/8/8/8/8/8/KK6 w - -", "white has more than one king"},
+                             {"k6P/8/8/8/8/8/8/K7 w - -", "a pawn stands on the first or last rank"},
+                             {"k7/8/8/8/8/8/8/R6K w - -", "the side not to move is in check"}};
+    for (const auto& [fen, reason] : rows) EXPECT_STREQ(unplayableReason(positionOf(fen)), reason);
+}
 
 TEST(MoveText, WritesKindsAndNull) {
     EXPECT_EQ(textOf(nullMove), "null");
     EXPECT_EQ(textOf(encodeMove(e1, g1, castling)), "e1g1");
-    EXPECT_EQ(textOf(encodeMove(e7, e8, promoteQueen)), "e7e8q");
-    EXPECT_EQ(textOf(encodeMove(e7, e8, promoteKnight)), "e7e8n");
-    EXPECT_EQ(textOf(encodeMove(e7, e8, promoteRook)), "e7e8r");
-    EXPECT_EQ(textOf(encodeMove(e7, e8, promoteBishop)), "e7e8b");
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(textOf(encodeMove(e7, e8, promoteQueen + i)).back(), "qnrb"[i]);
 }
 
 TEST(MoveText, EveryMoveIsFoundAgainByItsText) {
@@ -38,32 +100,14 @@ TEST(MoveText, WhatIsNoMoveLeavesTheChildAlone) {
     EXPECT_EQ(child.key, positionOf(startFen).key);
 }
 
-TEST(Words, AreCutAtEverySeparator) {
-    char line[] = "\t go  depth\t7\r\n";
-    char* words[8];
-    ASSERT_EQ(splitWords(line, words), 3);
-    EXPECT_STREQ(words[0], "go");
-    EXPECT_STREQ(words[1], "depth");
-    EXPECT_STREQ(words[2], "7");
-    char blank[] = " \t\r\n";
-    EXPECT_EQ(splitWords(blank, words), 0);
-}
-
 TEST(Display, BoardWithHeader) {
     const Position start = positionOf(startFen);
     const Position child = childOf(start, encodeMove(e2, e4, doublePush));
-    ::testing::internal::CaptureStdout();
-    printBoard(child);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+    EXPECT_EQ(printedBy([&] { printBoard(child); }),
               "\n-----[ CTM = 1   INCHECK = 0   last: e2e4 null   rights: KQkq]-----"
               "\n r n b q k b n r\n p p p p p p p p\n - - - - - - - -"
               "\n - - - - - - - -\n - - - - P - - -\n - - - - - - - -"
               "\n P P P P - P P P\n R N B Q K B N R\n\n");
-    ::testing::internal::CaptureStdout();
-    printBits(bit(a8) | bit(h1));
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
-              "\nBITS\n # - - - - - - -\n - - - - - - - -\n - - - - - - - -\n - - - - - - - -"
-              "\n - - - - - - - -\n - - - - - - - -\n - - - - - - - -\n - - - - - - - #\n");
 }
 
 } // namespace helvan::testing

@@ -21,13 +21,10 @@ std::istringstream dialogue;
 constexpr std::size_t longestPlacement = 200; // a longer one is cut, perhaps before the side to move
 
 bool endsTheProcess(const Words& words) {
-    if (words.is(0, "quit")) return true;
-    if (words.is(0, "position")) {
-        if (words.is(1, "startpos")) return false;
-        return !words.is(1, "fen") || (words[3][0] != 'w' && words[3][0] != 'b') ||
-               std::strlen(words[2]) > longestPlacement;
-    }
-    return false;
+    if (!words.is(0, "position")) return words.is(0, "quit");
+    const bool hasSide = words[3][0] == 'w' || words[3][0] == 'b';
+    const bool isWhole = words.is(1, "fen") && hasSide && std::strlen(words[2]) <= longestPlacement;
+    return !isWhole && !words.is(1, "startpos");
 }
 
 bool isSlow(const Words& words) {

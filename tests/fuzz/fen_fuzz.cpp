@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr std::size_t longest = 200; // a longer one is cut by the engine, perhaps before the side to move
-    const std::string fen = fuzz::visible(fuzz::textOf(data, size));
+    const std::string fen = fuzz::textOf(data, size).c_str(); // up to its first zero byte
     // Without a side to move the process ends, as it should.
     const std::size_t side = fen.find(' ');
     if (side >= longest || side + 1 >= fen.size() || (fen[side + 1] != 'w' && fen[side + 1] != 'b')) return 0;

@@ -27,9 +27,6 @@ inline void prepareEngine() {
     uninterruptedNodes = mostUninterrupted;
 }
 
-// What the engine sees of a text: up to its first zero byte.
-inline std::string visible(const std::string& text) { return text.c_str(); }
-
 inline std::string textOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }

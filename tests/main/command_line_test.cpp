@@ -40,24 +40,9 @@ TEST(CommandLine, KnownOptionsWhateverTheirCase) {
 
 TEST(CommandLine, FaultsAreNamed) {
     EXPECT_EQ(read({"-quiet", "log"}).said, "Error in command line processing.  option expected at argument 2\n");
-    EXPECT_EQ(read({"-help"}).said, "Error. option -help not found.\n"); // deliberately not an option
     EXPECT_EQ(read({"-"}).said, "Error. option - not found.\n");
     EXPECT_EQ(read({"-log"}).said, "Error.  No argument.\n");
     EXPECT_FALSE(read({"-cpu"}).success);
-}
-
-TEST(CommandLine, KindsThatTheProgramsOwnTableLacks) {
-    double real = 0;
-    const CommandLineOption options[] = {{"real", &real, ArgumentKind::real},
-                                         {"odd", nullptr, static_cast<ArgumentKind>(5)},
-                                         {"", nullptr, ArgumentKind::ignored}};
-    const char* good[] = {"helvan", "-real", "0.25"};
-    EXPECT_TRUE(readCommandLine(3, good, options));
-    EXPECT_EQ(real, 0.25);
-    const char* bad[] = {"helvan", "-odd"};
-    ::testing::internal::CaptureStderr();
-    EXPECT_FALSE(readCommandLine(2, bad, options));
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Error.  Do not understand command line switch.");
 }
 
 TEST(CommandLine, OverlongFileNamesAreCut) {

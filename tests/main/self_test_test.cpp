@@ -12,6 +12,7 @@
 #include "search/rebuild.h"
 #include "search/settings.h"
 #include "search/transposition_table.h"
+#include "support/output.h"
 
 namespace helvan::testing {
 
@@ -50,19 +51,11 @@ TEST_F(SelfTest, StopsAtTheFirstDifference) {
                   rows[0].expected.score, static_cast<int>(rows[0].expected.nodes) + 1);
     // The reader's read would hold the stream, and whoever flushes all streams would wait for it.
     ASSERT_NE(std::freopen("/dev/null", "r", stdin), nullptr);
-    ::testing::internal::CaptureStdout();
-    EXPECT_EQ(runSelfTest(), 1);
-    const std::string said = ::testing::internal::GetCapturedStdout();
+    const std::string said = printedBy([] { EXPECT_EQ(runSelfTest(), 1); });
     std::memcpy(testFens[0], saved, sizeof saved);
-    EXPECT_EQ(said.rfind("\nThis self-test verifies that the program is deterministic and also\n"
-                         "performs a simple benchmark using 50 random positions.\n\nUp to 100 passes",
-                         0),
-              0u);
-    EXPECT_NE(said.find("=======\n   1 Error in position 0 - self test failed\n"), std::string::npos) << said;
-}
-
-TEST_F(SelfTest, BrokenRowsEndTheProcess) {
-    EXPECT_EXIT(TestRow("8/8/8/8/8/8/8/8 w -"), ::testing::ExitedWithCode(1), "^Error in data structure\n$");
+    EXPECT_TRUE(contains(said, "\nThis self-test verifies that the program is deterministic and also\n"
+                               "performs a simple benchmark using 50 random positions.\n\nUp to 100 passes"));
+    EXPECT_TRUE(contains(said, "=======\n   1 Error in position 0 - self test failed\n")) << said;
 }
 
 } // namespace helvan::testing

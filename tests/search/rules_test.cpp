@@ -3,6 +3,8 @@
 // The numbers of the search's rules, and the predicates that steer it.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "board/exchange.h"
 #include "search/draws.h"
 #include "search/margins.h"
@@ -15,44 +17,26 @@
 namespace helvan::testing {
 
 TEST(Margins, NullReductionFollowsTheHyperbolicTangent) {
-    const int given[][2] = {{0, 0},      {1, 15},     {2, 30},     {3, 46},     {4, 61},    {5, 76},
-                            {6, 92},     {7, 107},    {8, 122},    {9, 137},    {50, 731},  {100, 1290},
-                            {200, 1822}, {300, 1960}, {400, 1991}, {500, 1998}, {639, 1999}};
-    for (const auto& [surplus, thousandths] : given) EXPECT_EQ(nullReduction[surplus], thousandths) << surplus;
+    for (int x = 0; x < 640; ++x) EXPECT_NEAR(nullReduction[x], 2000 * std::tanh(x / 130.3) - 0.5, 0.501) << x;
     EXPECT_EQ(nullMoveReduction(5000, 96, 20), nullMoveReduction(639, 96, 20));
     EXPECT_EQ(nullMoveReduction(0, 96, 6), 5);
     EXPECT_EQ(nullMoveReduction(0, 23, 6), 3);
 }
 
-TEST(Margins, ShortenedSearchesEndAtTheHorizon) {
-    EXPECT_EQ(reducedDepth(10, 6), 0); // would be 2
-    EXPECT_EQ(reducedDepth(9, 4), 0);  // would be 3
-    EXPECT_EQ(reducedDepth(10, 4), 4);
-    EXPECT_EQ(threatMargin(1000), threatMargin(8));
-}
-
-TEST(Reductions, GrowWithTheMoveNumberAndStayInTheTable) {
+TEST(Reductions, StayInTheTable) {
     buildReductions();
-    const int first[][3] = {{2, 0, 0},  {3, 2, 0},  {5, 2, 2},   {6, 4, 2},  {10, 4, 3},
-                            {12, 6, 3}, {24, 8, 4}, {48, 10, 5}, {80, 10, 6}};
-    for (const auto& [number, lmr, pv] : first) {
-        EXPECT_EQ(lmrReduction(12, number), lmr) << number;
-        EXPECT_EQ(pvReduction(12, number), pv) << number;
-    }
     EXPECT_EQ(lmrReduction(1000, 1000), 10);
     EXPECT_EQ(pvReduction(-5, 1), 0);
 }
 
 TEST(RecognisedDraws, MaterialThatCannotWin) {
-    const char* drawn[] = {"8/8/8/2k5/8/8/3K4/8 w - -", "8/8/8/2k5/8/8/3KN3/8 w - -", "8/8/8/2kb4/8/8/3K4/8 w - -",
-                           "8/8/8/2kn4/8/8/3KB3/8 w - -", "8/8/8/2k5/8/8/3KNN2/8 w - -"};
-    for (const char* fen : drawn) {
-        EXPECT_TRUE(recognisedDraw(positionOf(fen), 3)) << fen;
-        EXPECT_FALSE(recognisedDraw(positionOf(fen), 2)) << fen;
+    for (const char* pieces : {"8", "N7", "b7", "nB6", "bB6", "NN6", "nn6"}) {
+        const Position position = positionOf(std::string("k7/8/8/8/8/") + pieces + "/8/7K w - -");
+        EXPECT_TRUE(recognisedDraw(position, 3)) << pieces;
+        EXPECT_FALSE(recognisedDraw(position, 2)) << pieces;
     }
-    for (const char* fen : {"8/8/8/2k5/8/8/3KBN2/8 w - -", "8/8/8/2k5/8/8/3KBB2/8 w - -", "8/8/8/2k5/8/8/3KP3/8 w - -",
-                            "8/8/8/2kb4/8/8/3KNN2/8 w - -"}) {
-        EXPECT_FALSE(recognisedDraw(positionOf(fen), 9)) << fen;
+    for (const char* pieces : {"BN6", "BB6", "P7", "bNN5"}) {
+        EXPECT_FALSE(recognisedDraw(positionOf(std::string("k7/8/8/8/8/") + pieces + "/8/7K w - -"), 9)) << pieces;
     }
     EXPECT_FALSE(recognisedDraw(positionOf("8/8/8/2k5/8/1N6/3K4/8 b - -"), 9)); // in check
 }
@@ -63,6 +47,7 @@ TEST(Threats, LastMoveThreatens) {
     EXPECT_FALSE(threatens("4k3/8/8/q7/8/8/2P5/4K3 w - -", encodeMove(c2, c3)));
     EXPECT_TRUE(threatens("4k3/8/8/3n4/8/8/8/R3K3 w - -", encodeMove(a1, a5)));    // an undefended knight
     EXPECT_FALSE(threatens("4k3/8/2p5/3n4/8/8/8/R3K3 w - -", encodeMove(a1, a5))); // a defended one
+    EXPECT_TRUE(threatens("4k3/8/2p5/3n4/8/8/8/3RKB2 w - -", encodeMove(f1, g2))); // with the rook's help
     EXPECT_FALSE(threatens("4k3/8/8/3n4/8/8/8/R3K3 w - -", nullMove));
 }
 
@@ -89,8 +74,6 @@ TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
     noteCutoff(position, 5, 10, better, tried, 2);
     EXPECT_EQ(killerPrimary[5], better);
     EXPECT_EQ(killerSecondary[5], good);
-    EXPECT_LT(history[black][knight * 64 + f6], largestHistory);
-    EXPECT_GE(history[black][knight * 64 + f6], 0);
     clearHistory();
     clearKillers();
 }

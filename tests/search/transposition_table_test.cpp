@@ -66,44 +66,34 @@ TEST_F(Table, SameKeyIsUpdatedInPlace) {
 }
 
 TEST_F(Table, RefusesScoresThatNoSearchHas) {
-    table.store(7, 1, 32501, exactBound, 1, 0);
-    table.store(7, 1, -32501, exactBound, 1, 0);
+    for (const int score : {32501, -32501}) table.store(7, 1, score, exactBound, 1, 0);
     EXPECT_EQ(table.probe(7), nullptr);
     table.store(7, 1, 32500, exactBound, 1, 0);
     EXPECT_NE(table.probe(7), nullptr);
 }
 
-TEST_F(Table, ReleasedTableFindsAndKeepsNothing) {
-    table.release();
-    table.store(7, 1, 0, exactBound, 1, 0);
-    table.clear();
-    table.newGeneration();
-    table.prefetch(7);
-    EXPECT_EQ(table.probe(7), nullptr);
-}
-
 TEST_F(Table, SeededLinesNameTheirMovesUpToTheFirstThatCannotBeMade) {
-    const Position start = positionOf(startFen);
-    const Move e2e4 = encodeMove(e2, e4, doublePush), d7d5 = encodeMove(d7, d5, doublePush), d1d8 = encodeMove(d1, d8);
-    const Position second = childOf(start, e2e4), third = childOf(second, d7d5);
-    table.store(second.key, 5, 33, exactBound, d1d8, 0);
-    const Move line[] = {e2e4, d7d5, d1d8, nullMove};
-    table.seedPv(start, line);
-    EXPECT_EQ(table.probe(start.key)->move, e2e4);
-    EXPECT_EQ(table.probe(start.key)->depth, -99);
-    EXPECT_EQ(table.probe(second.key)->move, d7d5);
-    EXPECT_EQ(table.probe(second.key)->bound(), noBound);
-    EXPECT_EQ(table.probe(third.key), nullptr);
+    const std::vector<Position> game = play(startFen, "e2e4 d7d5");
+    table.store(game[1].key, 5, 33, exactBound, encodeMove(d1, d8), 0);
+    const Move line[] = {game[1].lastMove, game[2].lastMove, encodeMove(d1, d8), nullMove};
+    table.seedPv(game[0], line);
+    for (int i = 0; i < 2; ++i) {
+        const TTEntry* entry = table.probe(game[i].key);
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(entry->move, line[i]);
+        EXPECT_EQ(entry->depth, -99);
+        EXPECT_EQ(entry->bound(), noBound);
+    }
+    EXPECT_EQ(table.probe(game[2].key), nullptr);
 }
 
 TEST(TableScores, MatesCountFromThePosition) {
     EXPECT_EQ(scoreToTable(31990, 5), 31995);
     EXPECT_EQ(scoreFromTable(31995, 9), 31986);
-    for (const int plain : {31799, -31799, 0}) EXPECT_EQ(scoreToTable(plain, 7), plain);
-    for (int ply = 0; ply < 100; ++ply) {
-        for (const int score : {31999, 31901, -31999, -31901, 300}) {
-            EXPECT_EQ(scoreFromTable(scoreToTable(score, ply), ply), score);
-        }
+    for (const int score : {31999, 31901, 31800, 31799, 300, 0}) {
+        EXPECT_EQ(scoreToTable(-score, 7), -scoreToTable(score, 7));
+        EXPECT_EQ(scoreToTable(score, 7) != score, score > 31799);
+        for (int ply = 0; ply < 100; ++ply) EXPECT_EQ(scoreFromTable(scoreToTable(-score, ply), ply), -score);
     }
 }
 

@@ -1,31 +1,24 @@
 // SPDX-License-Identifier: MIT
 //
-// Positions for tests: from text, and by the thousand from seeded random play.
+// Positions for tests: from text and moves, turned about, and by the thousand from seeded random play.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "board/apply_move.h"
 #include "board/attacks.h"
 #include "board/fen.h"
 #include "board/make_move.h"
 #include "board/move_text.h"
 #include "board/moves.h"
 #include "board/piece_square.h"
+#include "support/random.h"
 
 namespace helvan::testing {
-
-using Random = std::mt19937_64;
-
-// 0 .. bound - 1, the same with every standard library.
-inline int below(Random& random, std::size_t bound) { return static_cast<int>(random() % bound); }
-
-template <typename Values> const auto& oneOf(Random& random, const Values& values) {
-    return values[below(random, std::size(values))];
-}
 
 inline Position positionOf(const std::string& fen) {
     Position position;
@@ -59,6 +52,42 @@ inline std::vector<Move> legalMovesOf(const Position& position) {
     std::vector<Move> moves = movesOf(position);
     std::erase_if(moves, [&](Move move) { return !isLegal(position, move); });
     return moves;
+}
+
+// The game from the position through the moves, which are separated by blanks.
+inline std::vector<Position> play(const std::string& fen, const std::string& moves) {
+    std::istringstream words(moves);
+    std::vector<Position> game(64);
+    game[0] = positionOf(fen);
+    std::size_t ply = 0;
+    for (std::string word; words >> word; ++ply) {
+        EXPECT_EQ(applyMoveText(game[ply], game[ply + 1], word.c_str()), 1) << word;
+    }
+    game.resize(ply + 1);
+    return game;
+}
+
+// The position with every square moved and every piece's colour changed as told.
+inline Position transformed(const Position& position, int squareXor, bool swapColours) {
+    Position result = position;
+    const auto movedSet = [&](Bitboard set) {
+        Bitboard moved = 0;
+        while (set != 0) moved |= bit(popLowestBit(set) ^ squareXor);
+        return moved;
+    };
+    for (Colour colour : {white, black}) {
+        for (PieceType type = allPieces; type <= king; ++type) {
+            result.of(swapColours ? opponent(colour) : colour, type) = movedSet(position.of(colour, type));
+        }
+    }
+    result.touched = movedSet(position.touched);
+    result.epSquare = movedSet(position.epSquare);
+    if (swapColours) ++result.ply;
+    result.key = keyOf(result);
+    result.pawnKey = pawnKeyOf(result);
+    result.materialKey = materialKeyOf(result);
+    refreshPieceSums(result);
+    return result;
 }
 
 // Where games begin: openings, and positions rich in castlings, promotions, pins and en passant.

@@ -9,8 +9,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace helvan::testing {
@@ -21,14 +23,13 @@ public:
 
     explicit EngineProcess(std::vector<std::string> arguments = {}) {
         int in[2], out[2], err[2];
-        if (pipe(in) != 0 || pipe(out) != 0 || pipe(err) != 0) std::abort();
+        if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0 || pipe2(err, O_CLOEXEC) != 0) std::abort();
         signal(SIGPIPE, SIG_IGN); // a write to an ended engine fails instead of ending the test
         child = fork();
         if (child == 0) {
             dup2(in[0], 0);
             dup2(out[1], 1);
             dup2(err[1], 2);
-            for (const int fd : {in[0], in[1], out[0], out[1], err[0], err[1]}) close(fd);
             signal(SIGPIPE, SIG_DFL);
             std::string program = HELVAN_BINARY;
             std::vector<char*> argv = {program.data()};
@@ -37,9 +38,7 @@ public:
             execv(program.c_str(), argv.data());
             _exit(127);
         }
-        close(in[0]);
-        close(out[1]);
-        close(err[1]);
+        for (const int fd : {in[0], out[1], err[1]}) close(fd);
         toEngine = in[1];
         fromEngine = out[0];
         errorsOfEngine = err[0];
@@ -47,49 +46,30 @@ public:
     }
 
     ~EngineProcess() {
-        if (child > 0) {
+        if (exitStatus(0) == stillRunning) {
             kill(child, SIGKILL);
             waitpid(child, nullptr, 0);
         }
-        closeInput();
-        close(fromEngine);
-        close(errorsOfEngine);
+        for (const int fd : {toEngine, fromEngine, errorsOfEngine}) close(fd);
     }
 
     EngineProcess(const EngineProcess&) = delete;
     EngineProcess& operator=(const EngineProcess&) = delete;
 
     // Sends the text and a line end.
-    void send(const std::string& text) { sendRaw(text + "\n"); }
-
-    void sendRaw(const std::string& bytes) {
-        for (std::size_t sent = 0; sent < bytes.size();) {
-            const ssize_t count = write(toEngine, bytes.data() + sent, bytes.size() - sent);
-            if (count <= 0) return;
-            sent += static_cast<std::size_t>(count);
-        }
+    void send(const std::string& text) {
+        const std::string bytes = text + "\n";
+        [[maybe_unused]] const ssize_t sent =
+            write(toEngine, bytes.data(), bytes.size()); // an ended engine hears nothing
     }
+
+    void closeInput() { close(std::exchange(toEngine, -1)); }
 
     // The front end dies: nobody reads any more, but the pipe to the engine stays open.
-    void stopReading() {
-        close(fromEngine);
-        fromEngine = -1;
-    }
-
-    // Waits for the end of the process, however it comes.
-    bool ends(double seconds = 20) {
-        const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
-        while (isRunning() && Clock::now() < deadline) usleep(1000);
-        return !isRunning();
-    }
-
-    void closeInput() {
-        if (toEngine >= 0) close(toEngine);
-        toEngine = -1;
-    }
+    void stopReading() { close(std::exchange(fromEngine, -1)); }
 
     // Reads lines up to the first one that begins with the text, that one included. Empty when it does not come
-    // within the time; what was read until then is in unread().
+    // within the time.
     std::vector<std::string> readUntil(const std::string& beginning, double seconds = 20) {
         const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
         std::vector<std::string> lines;
@@ -109,41 +89,41 @@ public:
         }
     }
 
-    // Waits for the end of the process. Answers its exit status, -1 if it was killed or still runs.
+    // Sends the text and reads on as above.
+    std::vector<std::string> ask(const std::string& text, const std::string& beginning) {
+        send(text);
+        return readUntil(beginning);
+    }
+
+    // Waits for the end of the process. Answers its exit status, minus the signal that killed it, or stillRunning.
     int exitStatus(double seconds = 20) {
         const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
-        while (Clock::now() < deadline) {
-            int status = 0;
-            if (waitpid(child, &status, WNOHANG) == child) {
-                child = -1;
-                return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        for (int wait = 0; status == stillRunning; usleep(1000)) {
+            if (waitpid(child, &wait, WNOHANG) == child) {
+                status = WIFEXITED(wait) ? WEXITSTATUS(wait) : -WTERMSIG(wait);
+            } else if (Clock::now() > deadline) {
+                break;
             }
-            usleep(1000);
         }
-        return -1;
+        return status;
     }
 
-    bool isRunning() {
-        if (child > 0 && waitpid(child, nullptr, WNOHANG) == child) child = -1;
-        return child > 0;
-    }
-
-    // What has come on standard error so far.
+    // What has come on standard error since the last call.
     std::string errors() {
-        char bytes[4096];
-        for (ssize_t count; (count = read(errorsOfEngine, bytes, sizeof bytes)) > 0;) {
-            errorText.append(bytes, static_cast<std::size_t>(count));
-        }
-        return errorText;
+        char bytes[65536];
+        const ssize_t count = read(errorsOfEngine, bytes, sizeof bytes);
+        return {bytes, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
     }
+
+    static constexpr int stillRunning = 1000;
 
 private:
     pid_t child = -1;
+    int status = stillRunning;
     int toEngine = -1;
     int fromEngine = -1;
     int errorsOfEngine = -1;
-    std::string buffer;
-    std::string errorText;
+    std::string buffer; // read, but not yet a whole line
 };
 
 } // namespace helvan::testing
