@@ -39,7 +39,7 @@ void endWithoutMemory() {
     std::fprintf(stderr, "Helvan version %s\n", versionText);
     if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
     pollInput = pollCommand;
-    startReader();
+    if (!startReader()) endWithoutMemory();
     for (;;) {
         pollCommand();
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -11,6 +11,8 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <poll.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 #endif
@@ -31,6 +33,16 @@ bool seekFile(std::FILE* file, std::int64_t offset, int origin) { return _fseeki
 std::int64_t tellFile(std::FILE* file) { return _ftelli64(file); }
 
 void claimStandardStreams() {} // no such danger: handles are not small numbers handed out in order
+
+bool startThread(void (*work)()) {
+    const auto run = [](void* function) -> DWORD {
+        reinterpret_cast<void (*)()>(function)();
+        return 0;
+    };
+    const HANDLE thread = CreateThread(nullptr, 0, run, reinterpret_cast<void*>(work), 0, nullptr);
+    if (thread != nullptr) CloseHandle(thread);
+    return thread != nullptr;
+}
 
 #else
 
@@ -58,6 +70,35 @@ void claimStandardStreams() {
     if (taken >= 0) close(taken);
 }
 
+bool startThread(void (*work)()) {
+    const auto run = [](void* function) -> void* {
+        reinterpret_cast<void (*)()>(function)();
+        return nullptr;
+    };
+    pthread_t thread;
+    if (pthread_create(&thread, nullptr, run, reinterpret_cast<void*>(work)) != 0) return false;
+    pthread_detach(thread);
+    return true;
+}
+
+namespace {
+
+// Some starters leave their own end's way of waiting to the process.
+void makeBlocking(int descriptor) {
+    const int flags = fcntl(descriptor, F_GETFL);
+    if (flags >= 0 && (flags & O_NONBLOCK) != 0) fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
+}
+
+// Who reads standard error or the log may go away: only without standard output is there nobody to play for.
+void endIfOutputIsBroken(int signal) {
+    pollfd output{STDOUT_FILENO, 0, 0};
+    if (poll(&output, 1, 0) < 1) return;
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+} // namespace
+
 #endif
 
 void prepareStreams() {
@@ -65,7 +106,10 @@ void prepareStreams() {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stdin), _O_BINARY);
 #else
-    std::signal(SIGPIPE, SIG_DFL); // some front ends ignore it and hand that on
+    std::signal(SIGPIPE, endIfOutputIsBroken); // some front ends ignore it and hand that on
+    std::signal(SIGXFSZ, SIG_IGN);             // a file grown to its limit is like a full disk
+    makeBlocking(STDIN_FILENO);
+    makeBlocking(STDOUT_FILENO);
 #endif
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stdin, nullptr, _IONBF, 0);
@@ -82,7 +126,8 @@ bool outputIsOpen() {
     errno = 0;
     // An empty line says nothing in the protocol.
     const bool written = std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
-    return written || errno == ENOSPC;
+    const bool leadsNowhere = errno == EPIPE || errno == EBADF || errno == EIO || errno == EINVAL;
+    return written || !leadsNowhere;
 }
 
 } // namespace helvan

@@ -20,13 +20,16 @@ void freeZeroed(void* block, std::size_t bytes);
 // file opened later would take its place, and be read as commands. To be called before any file is opened.
 void claimStandardStreams();
 
-// Makes the standard streams binary and unbuffered, and a write to a front end that has died the end of the process,
-// whatever the process was started with.
+// Makes the standard streams binary, unbuffered and blocking, and a write to a front end that has died the end of the
+// process, whatever the process was started with. What cannot be written elsewhere is lost, no more.
 void prepareStreams();
 
 // False once standard output leads nowhere for good, so that nobody can hear the engine any more. A full disk may have
 // room again and does not count. To be called after a write has failed; tries another one.
 bool outputIsOpen();
+
+// Runs the function in a thread of its own, which ends with it. False when the system refuses the thread.
+bool startThread(void (*work)());
 
 // Whether there is a file of that name, no directory, pipe or device.
 bool isRegularFile(const char* name);

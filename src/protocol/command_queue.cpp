@@ -3,7 +3,8 @@
 
 #include <cstdio>
 #include <cstring>
-#include <thread>
+
+#include "platform/platform.h"
 
 namespace helvan {
 
@@ -37,9 +38,9 @@ CommandQueue& commandQueue() {
     return queue;
 }
 
-void startReader() {
+bool startReader() {
     commandQueue(); // made before the thread can ask for it
-    std::thread(readLines).detach();
+    return startThread(readLines);
 }
 
 } // namespace helvan

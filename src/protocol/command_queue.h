@@ -10,8 +10,8 @@ namespace helvan {
 
 inline constexpr int lineCapacity = 8192; // of one line, its terminator included
 
-// A ring of lines. There is no full state: when slotCount lines wait and one more comes, the queue looks empty
-// and all of these are lost. A front end that sends so many without waiting for an answer is at fault.
+// A ring of lines. There is no full state: when slotCount lines wait, the queue looks empty and all of these are lost.
+// A front end that sends so many without waiting for an answer is at fault.
 struct CommandQueue {
     static constexpr int slotCount = 128;
 
@@ -31,7 +31,7 @@ bool takeLine(CommandQueue& queue, char* out);
 CommandQueue& commandQueue();
 
 // Starts the thread that reads standard input into the queue until its end; nothing is told of that. Lines
-// longer than lineCapacity - 1 characters arrive in pieces.
-void startReader();
+// longer than lineCapacity - 1 characters arrive in pieces. False when the system refuses the thread.
+bool startReader();
 
 } // namespace helvan

@@ -66,9 +66,9 @@ bool searchMustStop() {
 }
 
 void waitWhilePondering() {
-    for (;;) {
+    while (nodeCounter.stopSearch == 0) {
         pollOnce();
-        if (nodeCounter.stopSearch != 0 || searchState.pondering == 0) return;
+        if (searchState.pondering == 0) return;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }

@@ -36,8 +36,8 @@ inline SearchState searchState;
 inline int hardLimitPercent = 500;
 
 // Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go on
-// for ever, so it may be after this many nodes; nothing that happens in games comes near.
-inline std::uint64_t uninterruptedNodes = 4'000'000;
+// for ever, so it may be after this many nodes, a tenth of a second or less; nothing that happens in games comes near.
+inline std::uint64_t uninterruptedNodes = 100'000;
 
 // Handles one waiting command; null where nobody listens (batch modes, tests).
 inline void (*pollInput)() = nullptr;
@@ -66,7 +66,8 @@ void resetCheckCounter();
 // handles a waiting command and tests node limit and clock.
 bool searchMustStop();
 
-// Handles commands until "stop", or until no longer pondering. Polls at least once.
+// Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped. What
+// follows a "stop" is for after the answer.
 void waitWhilePondering();
 
 // Marks the running search and every one that it interrupted as stopped: the command "stop".

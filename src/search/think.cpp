@@ -306,6 +306,7 @@ void endSearch(const Iterations& search) {
 } // namespace
 
 int think(const Position& gamePosition, double allotted, int depthLimit, const std::string& searchMoves) {
+    searchState.searchStartTime = now(); // the clock runs while tables are cleared, too
     if (testMode != 0) deterministic = 1;
     if (depthLimit < 1 || depthLimit > maxDepth) depthLimit = maxDepth;
     resetSearch();
@@ -315,7 +316,6 @@ int think(const Position& gamePosition, double allotted, int depthLimit, const s
     search.rootSearch.ranks = usedMultiPv();
     const bool everyMoveAllowed = search.searchMoves.empty();
     if (everyMoveAllowed) search.searchMoves = legalMoveWords(search.root);
-    searchState.searchStartTime = now();
     setDeadlines(allotted);
     logTableHead();
     if (!playFromBook(search, everyMoveAllowed)) {

@@ -87,6 +87,8 @@ TEST(Dialogue, SearchesInsideSearchesAllAnswer) {
     EXPECT_FALSE(engine.readUntil("bestmove ").empty());
     EXPECT_FALSE(engine.readUntil("bestmove ").empty());
     EXPECT_EQ(engine.ask("isready", "readyok"), std::vector<std::string>{"readyok"});
+    ASSERT_FALSE(engine.ask("go infinite", "info depth 3 ").empty());
+    EXPECT_FALSE(engine.ask("stop\ngo infinite", "bestmove ").empty()) << "the stopped search answers first";
 }
 
 // The outer search goes on with its own position, moves and game whatever the inner one was about, and whatever was
@@ -128,23 +130,6 @@ TEST(Dialogue, EndOfInputEndsNothing) {
     engine.closeInput();
     EXPECT_FALSE(engine.readUntil("bestmove ").empty());
     EXPECT_EQ(engine.exitStatus(0.1), EngineProcess::stillRunning);
-}
-
-TEST(Dialogue, EndsWhenNobodyHears) {
-    EngineProcess engine;
-    EXPECT_FALSE(engine.ask("go infinite", "info depth 3 ").empty());
-    engine.stopReading();
-    EXPECT_NE(engine.exitStatus(), EngineProcess::stillRunning);
-}
-
-// A book in the directory must not be taken for the standard input that the process was started without.
-TEST(Dialogue, StandardInputMayBeMissing) {
-    const std::string directory = temporaryName("without_input");
-    const std::string run = "mkdir -p " + directory + " && cd " + directory +
-                            " && printf 'uci\\nquit\\n' >helvan.bin && timeout 1 " + HELVAN_BINARY +
-                            " <&- >answer 2>/dev/null; status=$?; test -s answer && status=1; rm -r " + directory +
-                            "; exit $status";
-    EXPECT_EQ(WEXITSTATUS(std::system(run.c_str())), 124) << "waits, and answers nothing";
 }
 
 TEST(Dialogue, FatalPositionsSayWhy) {

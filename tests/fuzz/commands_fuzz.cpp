@@ -6,8 +6,10 @@
 #include <sstream>
 
 #include "fuzz_support.h"
+#include "protocol/command_queue.h"
 #include "protocol/number_text.h"
 #include "protocol/position_command.h"
+#include "protocol/set_option.h"
 #include "protocol/uci.h"
 #include "protocol/words.h"
 
@@ -28,8 +30,23 @@ bool endsTheProcess(const Words& words) {
 }
 
 bool isSlow(const Words& words) {
+    if (!words.is(0, "setoption")) return false;
     // Options rebuild tables and allocate memory, which would take up all the time.
-    return words.is(0, "setoption") && words.count > 3 && dialogue.tellg() > 400;
+    if (words.count > 3 && dialogue.tellg() > 400) return true;
+    constexpr int mostMegabytes = 64;
+    const OptionRequest request = readOptionRequest(words);
+    return request.name == "hash" && intFromText(request.value.c_str()) > mostMegabytes;
+}
+
+// What one input sets must not be there for the next, or a finding could not be repeated from its input.
+void forgetAll() {
+    for (const char* option :
+         {"Hash value 1", "OwnBook value false", "MultiPV value 1", "Ponder value true", "Book File value helvan.bin",
+          "use lmr value true", "null move pruning value true", "deterministic value true", "Best Line value false",
+          "Drawscore value 0", "King Safety Aggressiveness value 6", "move overhead milliseconds value 20"}) {
+        handleLine((std::string("setoption name ") + option).c_str());
+    }
+    resetGame();
 }
 
 bool handleNextLine() {
@@ -39,11 +56,8 @@ bool handleNextLine() {
     const Words words(line.c_str());
     if (endsTheProcess(words) || isSlow(words)) return true;
     if (words.is(0, "go")) line += " nodes " + std::to_string(fuzz::fewNodes);
-    for (int i = 0; i + 1 < words.count; ++i) {
-        const bool large = intFromText(words[i + 1]) > 64;
-        if (words.is(0, "setoption") && words.is(i, "value") && large) return true; // megabytes, perhaps
-    }
-    handleLine(line.c_str());
+    appendLine(commandQueue(), line.c_str());
+    pollCommand();
     return true;
 }
 
@@ -62,7 +76,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     dialogue.clear();
     dialogue.str(fuzz::textOf(data, size));
-    resetGame();
+    forgetAll();
     while (handleNextLine()) {
     }
     return 0;

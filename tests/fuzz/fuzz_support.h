@@ -23,6 +23,7 @@ inline void prepareEngine() {
     initSlidingAttacks();
     rebuildTables();
     hashMegabytes = smallHash;
+    deterministic = 1; // what one input leaves behind must not matter to the next
     transpositionTable.allocate(hashMegabytes);
     uninterruptedNodes = mostUninterrupted;
 }

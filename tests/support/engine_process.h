@@ -21,16 +21,20 @@ class EngineProcess {
 public:
     using Clock = std::chrono::steady_clock;
 
-    explicit EngineProcess(std::vector<std::string> arguments = {}) {
+    // Pipe flags: of the engine's standard input and output, O_NONBLOCK or none.
+    explicit EngineProcess(std::vector<std::string> arguments = {}, int pipeFlags = 0) {
         int in[2], out[2], err[2];
         if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0 || pipe2(err, O_CLOEXEC) != 0) std::abort();
         signal(SIGPIPE, SIG_IGN); // a write to an ended engine fails instead of ending the test
+        if (pipeFlags != 0) {
+            fcntl(in[0], F_SETFL, pipeFlags);
+            fcntl(out[1], F_SETFL, pipeFlags);
+        }
         child = fork();
         if (child == 0) {
             dup2(in[0], 0);
             dup2(out[1], 1);
             dup2(err[1], 2);
-            signal(SIGPIPE, SIG_DFL);
             std::string program = HELVAN_BINARY;
             std::vector<char*> argv = {program.data()};
             for (std::string& argument : arguments) argv.push_back(argument.data());
