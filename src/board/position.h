@@ -64,10 +64,14 @@ static_assert(offsetof(Position, touched) == 112 && offsetof(Position, key) == 1
 
 // The type of the colour's piece on the square, phantom if it has none there.
 inline PieceType pieceTypeAt(const Position& position, Colour colour, Square square) {
-    for (PieceType type = pawn; type <= king; ++type) {
-        if ((position.of(colour, type) & bit(square)) != 0) return type;
-    }
-    return phantom;
+    // The bits of the type's number, without branches: which board holds a piece cannot be foreseen.
+    const Bitboard* const boards = &position.pieces[colour * boardsPerColour];
+    const Bitboard ones = boards[pawn] | boards[bishop] | boards[queen];
+    const Bitboard twos = boards[knight] | boards[bishop] | boards[king];
+    const Bitboard fours = boards[rook] | boards[queen] | boards[king];
+    const auto at = [square](Bitboard board) { return static_cast<int>(board >> square & 1); };
+    const PieceType type = at(ones) | at(twos) << 1 | at(fours) << 2;
+    return type == 0 ? phantom : type;
 }
 
 // The incremental fields computed anew from the boards, touched, epSquare and ply.
