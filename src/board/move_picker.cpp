@@ -2,8 +2,8 @@
 #include "board/move_picker.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
-#include <utility>
 
 #include "board/attacks.h"
 #include "board/exchange.h"
@@ -29,13 +29,29 @@ constexpr std::int32_t tacticalScore = 1 << 24;
 constexpr std::int32_t castlingScore = 1 << 24;
 constexpr std::int32_t underPromotionScore = -(1 << 24);
 
+constexpr int scoreShift = 32;
+constexpr int placeShift = 16;
+constexpr RankedMove placeBits = RankedMove{0xffff} << placeShift;
+
+constexpr RankedMove handedOutMark = std::numeric_limits<RankedMove>::min(); // below every move
+
+constexpr Move moveOf(RankedMove ranked) { return static_cast<Move>(ranked & moveBits); }
+
 void append(MovePicker& picker, Move move, std::int32_t score) {
-    if (picker.batchCount < maxMoves) picker.storage[picker.batchCount++] = {move, score};
+    if (picker.batchCount == maxMoves) return;
+    const RankedMove place = maxMoves - 1 - picker.batchCount;
+    picker.storage[picker.batchCount++] = RankedMove{score} << scoreShift | place << placeShift | move;
 }
 
 // By victim, the most valuable first, and among equal victims by the least valuable attacker.
 std::int32_t victimScore(PieceType victim, PieceType attacker) {
     return tacticalScore + victim * 8 + (king - attacker);
+}
+
+// Whether a capture's score says that its victim is worth as much as its attacker.
+bool takesItsLike(std::int32_t score) {
+    const int exchange = score - tacticalScore;
+    return exchange > 0 && exchangeValues[exchange / 8] >= exchangeValues[king - exchange % 8];
 }
 
 // A pawn that promotes without capture goes between the captures of queens and those of rooks.
@@ -45,18 +61,10 @@ std::int32_t historyScore(const MovePicker& picker, Move move, PieceType type) {
     return picker.history == nullptr ? 0 : picker.history[type * 64 + moveTo(move)];
 }
 
-PieceType victimOf(const Position& position, Move move) {
-    const Bitboard target = bit(moveTo(move));
-    const Colour enemy = opponent(position.sideToMove());
-    for (PieceType type = king; type >= pawn; --type) {
-        if ((position.of(enemy, type) & target) != 0) return type;
-    }
-    return allPieces;
-}
-
 void appendTactical(MovePicker& picker, Move move, PieceType type) {
-    const PieceType victim = moveKind(move) == enPassant ? pawn : victimOf(picker.position, move);
-    append(picker, move, victim == allPieces ? queenPushScore : victimScore(victim, type));
+    const Colour enemy = opponent(picker.position.sideToMove());
+    const PieceType victim = moveKind(move) == enPassant ? pawn : pieceTypeAt(picker.position, enemy, moveTo(move));
+    append(picker, move, victim == phantom ? queenPushScore : victimScore(victim, type));
 }
 
 // Captures onto the targets and queen promotions, but for the king's.
@@ -200,23 +208,33 @@ Move handOut(MovePicker& picker, Move move) {
     return move;
 }
 
-Move takeFromBatch(MovePicker& picker) {
-    ScoredMove* const next = picker.batch + picker.batchNext++;
-    if (picker.ordered) {
-        // The first of the best, without a branch: the comparison of two scores cannot be foreseen.
-        const int left = picker.batchCount - picker.batchNext + 1;
-        std::int64_t best = std::numeric_limits<std::int64_t>::min();
-        for (int i = 0; i < left; ++i)
-            best = std::max(best, next[i].score * std::int64_t{maxMoves} + (maxMoves - 1 - i));
-        std::swap(*next, next[maxMoves - 1 - static_cast<int>(best & (maxMoves - 1))]);
+// Fills the last step of a batch that is looked through in steps.
+void closeBatch(MovePicker& picker) { std::fill_n(picker.storage + picker.batchCount, batchStep, handedOutMark); }
+
+RankedMove takeFromBatch(MovePicker& picker) {
+    RankedMove* const batch = picker.batch;
+    const int first = picker.batchNext++;
+    const RankedMove next = batch[first];
+    if (!picker.ordered) return next;
+    RankedMove bests[batchStep];
+    std::fill(std::begin(bests), std::end(bests), handedOutMark);
+    for (int i = first & -batchStep; i < picker.batchCount; i += batchStep) {
+        for (int lane = 0; lane < batchStep; ++lane) bests[lane] = std::max(bests[lane], batch[i + lane]);
     }
-    return next->move;
+    const RankedMove best = *std::max_element(std::begin(bests), std::end(bests));
+    // What stood here goes where the best has stood.
+    const RankedMove place = best & placeBits;
+    batch[maxMoves - 1 - (place >> placeShift)] = (next & ~placeBits) | place;
+    batch[first] = handedOutMark;
+    return best;
 }
 
-bool isHeldBack(MovePicker& picker, Move move) {
-    if (picker.stage != captures && picker.stage != evasions && picker.stage != quietChecks) return false;
-    if (moveKind(move) > doublePush || !losesMaterial(picker.position, move)) return false;
-    if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = {move, 0};
+bool isHeldBack(MovePicker& picker, RankedMove ranked) {
+    if (!picker.holdsBack) return false;
+    const Move move = moveOf(ranked);
+    if (moveKind(move) > doublePush || takesItsLike(static_cast<std::int32_t>(ranked >> scoreShift))) return false;
+    if (!losesMaterial(picker.position, move)) return false;
+    if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = move;
     return true;
 }
 
@@ -225,18 +243,21 @@ bool isHeldBack(MovePicker& picker, Move move) {
 Move nextMove(MovePicker& picker) {
     for (;;) {
         while (picker.batchNext < picker.batchCount) {
-            const Move move = takeFromBatch(picker);
+            const RankedMove ranked = takeFromBatch(picker);
+            const Move move = moveOf(ranked);
             // Batches share no moves with one another, so the moves handed out ahead of theirs are all there
             // is to skip.
-            if (move == picker.aheadOfBatch[0] || move == picker.aheadOfBatch[1] || move == picker.aheadOfBatch[2])
-                continue;
-            if (isHeldBack(picker, move)) continue;
+            const bool wasAhead = (move == picker.aheadOfBatch[0]) | (move == picker.aheadOfBatch[1]) |
+                                  (move == picker.aheadOfBatch[2]); // one branch
+            if (wasAhead) continue;
+            if (isHeldBack(picker, ranked)) continue;
             return handOut(picker, move);
         }
         if (picker.stage == end) return nullMove;
         picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
         picker.batchCount = 0;
         picker.batchNext = 0;
+        picker.holdsBack = picker.stage == captures || picker.stage == evasions || picker.stage == quietChecks;
         const auto offerAhead = [&](Move& move, Move& slot) {
             if (!singleMoveAccepted(picker, move)) return false;
             slot = move;
@@ -260,6 +281,7 @@ Move nextMove(MovePicker& picker) {
         case start:
         case end: return nullMove;
         }
+        if (picker.ordered) closeBatch(picker);
     }
 }
 

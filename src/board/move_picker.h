@@ -33,10 +33,12 @@ enum class PickerStage : std::uint8_t {
     end = 9
 };
 
-struct ScoredMove {
-    Move move;
-    std::int32_t score; // higher is handed out earlier
-};
+// A move of a batch as one number, so that the largest is the next to be handed out: its score in bits 32..63, the
+// earlier of equal ones first by maxMoves - 1 - place in the batch in bits 16..31, the move in bits 0..15.
+using RankedMove = std::int64_t;
+
+// Batches are looked through in steps of so many: one or two instructions each, and few steps to foresee the end of.
+inline constexpr int batchStep = 4;
 
 struct MovePicker {
     // The hash move and the killers may be any number: what is not pseudo-legal is passed over. History, if
@@ -53,19 +55,20 @@ struct MovePicker {
     PickerKind kind;
     int stageIndex = 0; // of the next stage in the kind's list
     PickerStage stage = PickerStage::start;
-    bool ordered = false; // whether the batch is handed out by score instead of as generated
+    bool ordered = false;   // whether the batch is handed out by score instead of as generated
+    bool holdsBack = false; // whether the batch's losing moves are deferred
     int batchCount = 0;
     int batchNext = 0;
     Move hashMove;
     Move killers[2];
     Move aheadOfBatch[3] = {}; // hash move and killers, once handed out: batches skip them
     const std::int32_t* history;
-    ScoredMove* batch = storage; // the current batch: the storage, or the deferred moves
+    RankedMove* batch = storage; // the current batch: the storage, or the deferred moves
     int deferredCount = 0;
     int handedOutCount = 0;
     // Left uninitialised up to their counts.
-    ScoredMove storage[maxMoves];
-    ScoredMove deferred[maxMoves];
+    RankedMove storage[maxMoves + batchStep];
+    RankedMove deferred[maxMoves];
     Move handedOut[maxMoves]; // every move returned so far, in order
 };
 
