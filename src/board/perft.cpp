@@ -21,8 +21,10 @@ template <typename Visit> void eachLegalChild(const Position& position, int dept
         const int kind = moveKind(move);
         // The picker's moves all pass: this holds the test against the generator.
         if (kind != enPassant && isPseudoLegal(position, move) == 0) continue;
-        makeMove(position, child, move);
-        if ((kind == enPassant || (bit(moveFrom(move)) & exposed) != 0) && moverLeftInCheck(child)) continue;
+        const bool mayLeaveInCheck = kind == enPassant || (bit(moveFrom(move)) & exposed) != 0;
+        // Nobody looks at the child of a leaf whose move is known to be legal.
+        if (depth > 1 || mayLeaveInCheck) makeMove(position, child, move);
+        if (mayLeaveInCheck && moverLeftInCheck(child)) continue;
         ++perftCounters.moves;
         if (depth == 1 && kind == castling) ++perftCounters.castlings;
         visit(child);
