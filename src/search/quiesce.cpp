@@ -112,13 +112,14 @@ int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int pl
     if (ply >= maxPly) return evaluate(position);
     QuiescenceNode node{position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
 
+    const int ownEval = position.inCheck == 0 ? evaluateNode(position) : 0;
     TableHit hit;
     if (quiescenceDepth >= deepestProbe) {
         hit = probeTable(position);
         if (node.zeroWindow && quiescenceDepth <= hit.depth && hit.settles(beta)) return scoreFromTable(hit.score, ply);
     }
     if (position.inCheck == 0) {
-        node.eval = refinedEval(evaluateNode(position), hit);
+        node.eval = refinedEval(ownEval, hit);
         if (quiescenceDepth < deepestQuiescence || node.eval >= beta) return node.eval;
         node.alpha = maximum(alpha, node.eval);
         node.best = node.eval;
