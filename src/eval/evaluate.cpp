@@ -45,6 +45,11 @@ template <Colour us> void setUp(Evaluation& e) {
     const Position& position = e.position;
     e.kingSquare[us] = lowestBit(position.of(us, king));
     e.pawnCount[us] = popCount(position.of(us, pawn));
+    for (PieceType type = knight; type <= queen; ++type) {
+        const int count = popCount(position.of(us, type));
+        e.pieceWeight[us] += count * pieceWeights[type];
+        e.pieceCount[us] += count;
+    }
     e.attacks[us][pawn] = pawnAttacks(us, position.of(us, pawn));
     e.attacks[us][king] = kingAttacks[e.kingSquare[us]];
     for (Bitboard knights = position.of(us, knight); knights != 0;) {
@@ -110,22 +115,23 @@ template <Colour us> void evaluatePawnRelations(Evaluation& e) {
     const Bitboard outOfReach = ~pawnAttackSpan(them, position.of(them, pawn));
     const Bitboard beforeEnemyPawns = pawnSteps(them, position.of(them, pawn));
     const Bitboard minors = position.of(us, knight) | position.of(us, bishop);
-    e.credit[us] += evalTables.knightBlockadeTable[popCount(position.of(us, knight) & beforeEnemyPawns & outOfReach)];
-    e.credit[us] += evalTables.outpostTable[popCount((minors | position.of(us, rook)) & outOfReach)];
+    PackedScore score = evalTables.outpostTable[popCount((minors | position.of(us, rook)) & outOfReach)];
+    score += evalTables.knightBlockadeTable[popCount(position.of(us, knight) & beforeEnemyPawns & outOfReach)];
 
     const Bitboard blocked = position.of(them, pawn) & pawnSteps(us, e.occupied);
-    e.credit[us] += evalTables.blockedPawnTable[popCount(blocked)];
+    score += evalTables.blockedPawnTable[popCount(blocked)];
     // The pawns that the enemy would open its game with: away from its king.
     const Bitboard leftCentre = bit(b7) | bit(c7) | bit(d7) | bit(e7);
     const Bitboard rightCentre = bit(d7) | bit(e7) | bit(f7) | bit(g7);
     const Bitboard centre = fileOf(e.kingSquare[them]) >= fileOf(e1) ? leftCentre : rightCentre;
     const Bitboard home = us == white ? centre : centre >> 40;
-    e.credit[us] += evalTables.blockedCentrePawnTable[popCount(blocked & home)];
+    score += evalTables.blockedCentrePawnTable[popCount(blocked & home)];
 
-    e.credit[us] += evalTables.pieceBehindPawnTable[popCount(minors & pawnSteps(them, position.of(us, pawn)))];
+    score += evalTables.pieceBehindPawnTable[popCount(minors & pawnSteps(them, position.of(us, pawn)))];
     if ((position.of(us, bishop) & pawnSteps(us, position.of(us, king))) != 0) {
-        e.credit[us] += evalParameters.bishopBeforeKing;
+        score += evalParameters.bishopBeforeKing;
     }
+    e.credit[us] += score;
 }
 
 void evaluatePieceLead(Evaluation& e) {
@@ -172,14 +178,13 @@ Scaling scaleByMaterial(const Evaluation& e, std::int64_t blended, int phase, in
 // Centipawns for the side to move.
 int finish(std::int64_t scaledValue, Colour sideToMove, int tempo) {
     constexpr int thousandthsPerCentipawn = 10;
-    const std::int64_t whiteView = roundedQuotient(scaledValue, fullPhase);
+    const std::int64_t whiteView = roundedQuotient<fullPhase>(scaledValue);
     const std::int64_t view = (sideToMove == white ? whiteView : -whiteView) + tempo;
-    return static_cast<int>(std::clamp<std::int64_t>(roundedQuotient(view, thousandthsPerCentipawn), -largestEvaluation,
+    return static_cast<int>(std::clamp<std::int64_t>(roundedQuotient<thousandthsPerCentipawn>(view), -largestEvaluation,
                                                      largestEvaluation));
 }
 
 template <typename Watcher> void evaluateTerms(Evaluation& e, Watcher& watch) {
-    e.pawns = &evaluatePawns(e.position);
     setUp<white>(e);
     setUp<black>(e);
     evaluateCastlingRights<white>(e);
@@ -193,6 +198,7 @@ template <typename Watcher> void evaluateTerms(Evaluation& e, Watcher& watch) {
     evaluateThreats<white>(e);
     evaluateThreats<black>(e);
     watch("threats", e);
+    e.pawns = &evaluatePawns(e.position);
     evaluatePassedPawns<white>(e);
     evaluatePassedPawns<black>(e);
     watch("passed pawns", e);
@@ -232,6 +238,7 @@ int evaluate(const Position& position) {
     const EndingEntry& ending = endingOf(position);
     if (ending.evaluator != nullptr) return specialScore(ending, position);
 
+    prefetchPawns(position.pawnKey);
     Evaluation e(position);
     NobodyWatches nobody;
     evaluateTerms(e, nobody);

@@ -35,7 +35,7 @@ constexpr Square relativeSquare(Colour colour, Square square) { return colour ==
 // Squares that the colour's pawns attack now or after advancing.
 constexpr Bitboard pawnAttackSpan(Colour colour, Bitboard pawns) {
     Bitboard reach = pawns;
-    for (int steps = 0; steps < 5; ++steps) reach |= pawnSteps(colour, reach);
+    for (int step = 8; step < 64; step *= 2) reach |= colour == white ? reach << step : reach >> step;
     return pawnAttacks(colour, reach);
 }
 

@@ -30,6 +30,9 @@ extern std::array<PawnEntry, pawnTableMask + 1> pawnTable;
 inline std::uint64_t etableProbes = 0;
 inline std::uint64_t etableHits = 0;
 
+// Fetches the structure's slot into the cache ahead of a look-up.
+inline void prefetchPawns(Key pawnKey) { __builtin_prefetch(&pawnTable[pawnKey & pawnTableMask]); }
+
 // Forgets every stored structure, as its score depends on the parameters.
 void clearPawnTable();
 

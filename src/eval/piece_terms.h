@@ -40,11 +40,6 @@ template <Colour us> PieceContext preparePieces(Evaluation& e) {
     return context;
 }
 
-template <Colour us> void countPiece(Evaluation& e, int weight) {
-    e.pieceWeight[us] += weight;
-    ++e.pieceCount[us];
-}
-
 // Own bishops that aim at the enemy king with enemy knights, and nothing else, between.
 template <Colour us> void evaluateKnightPins(Evaluation& e) {
     constexpr Colour them = opponent(us);
@@ -57,18 +52,21 @@ template <Colour us> void evaluateKnightPins(Evaluation& e) {
 }
 
 template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& context) {
-    const Square enemyKing = e.kingSquare[opponent(us)];
+    const Bitboard checkSquares = context.checkSquares & knightAttacks[e.kingSquare[opponent(us)]];
+    PackedScore score;
+    int units = 0;
     for (Bitboard knights = e.position.of(us, knight); knights != 0;) {
         const Square square = popLowestBit(knights);
         const Bitboard attacks = knightAttacks[square];
         const Bitboard safe = attacks & ~context.unsafeForMinors;
-        countPiece<us>(e, pieceWeights[knight]);
-        e.credit[us] += evalTables.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
-        e.credit[us] += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
-        e.credit[us] += evalTables.knightPawnsTable[e.pawnCount[us]];
-        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += knightZoneUnits;
-        e.kingUnits[us] += knightCheckUnits * popCount(attacks & context.checkSquares & knightAttacks[enemyKing]);
+        score += evalTables.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
+        score += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
+        score += evalTables.knightPawnsTable[e.pawnCount[us]];
+        if ((attacks & context.enemyKingZone) != 0) units += knightZoneUnits;
+        units += knightCheckUnits * popCount(attacks & checkSquares);
     }
+    e.credit[us] += score;
+    e.kingUnits[us] += units;
 }
 
 // A pawn of the enemy three ranks ahead on the bishop's file, in the enemy's half.
@@ -81,20 +79,27 @@ template <Colour us> bool facesPawn(const Evaluation& e, Square square) {
 template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& context) {
     const Bitboard bishops = e.position.of(us, bishop);
     const Bitboard ownPawns = e.position.of(us, pawn);
+    const Bitboard checkSquares = context.checkSquares & context.enemyKingDiagonals;
+    PackedScore score;
+    Bitboard allAttacks = 0;
+    int units = 0;
     for (Bitboard left = bishops; left != 0;) {
         const Square square = popLowestBit(left);
         const Bitboard attacks = bishopAttacks(square, e.occupied);
         const Bitboard ownColour = (bit(square) & darkSquares) != 0 ? darkSquares : ~darkSquares;
-        e.attacks[us][bishop] |= attacks;
-        countPiece<us>(e, pieceWeights[bishop]);
-        e.credit[us] += bishopMobility[popCount(attacks & ~context.unsafeForMinors)];
-        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += bishopZoneUnits;
-        e.credit[us] += evalTables.bishopOwnColourPawnsTable[popCount(ownPawns & ownColour)];
-        e.credit[us] += evalTables.bishopOtherColourPawnsTable[popCount(ownPawns & ~ownColour)];
-        e.kingUnits[us] += bishopCheckUnits * popCount(attacks & context.checkSquares & context.enemyKingDiagonals);
-        if (facesPawn<us>(e, square)) e.credit[us] += evalParameters.bishopFacingPawn;
+        const int sameColourPawns = popCount(ownPawns & ownColour);
+        allAttacks |= attacks;
+        score += bishopMobility[popCount(attacks & ~context.unsafeForMinors)];
+        score += evalTables.bishopOwnColourPawnsTable[sameColourPawns];
+        score += evalTables.bishopOtherColourPawnsTable[e.pawnCount[us] - sameColourPawns];
+        if (facesPawn<us>(e, square)) score += evalParameters.bishopFacingPawn;
+        if ((attacks & context.enemyKingZone) != 0) units += bishopZoneUnits;
+        units += bishopCheckUnits * popCount(attacks & checkSquares);
     }
-    if (popCount(bishops) == 2) e.credit[us] += evalParameters.bishopPair;
+    if (popCount(bishops) == 2) score += evalParameters.bishopPair;
+    e.attacks[us][bishop] = allAttacks;
+    e.credit[us] += score;
+    e.kingUnits[us] += units;
 }
 
 // What the rook's file is worth to it.
@@ -109,25 +114,37 @@ template <Colour us> PackedScore rookFileTerm(const Evaluation& e, Square square
 
 template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& context) {
     const Bitboard rooks = e.position.of(us, rook);
+    const Bitboard checkSquares = context.checkSquares & context.enemyKingStraights;
     const bool enemyKingAtHome = relativeRankOf(us, e.kingSquare[opponent(us)]) == 7;
+    PackedScore score;
+    Bitboard allAttacks = 0;
+    int units = 0;
     for (Bitboard left = rooks; left != 0;) {
         const Square square = popLowestBit(left);
         const Bitboard attacks = rookAttacks(square, e.occupied);
-        e.attacks[us][rook] |= attacks;
-        countPiece<us>(e, pieceWeights[rook]);
-        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += rookZoneUnits;
-        if ((rookLines[square] & rooks & ~bit(square)) != 0) e.credit[us] += evalParameters.rooksOnLine;
-        if (enemyKingAtHome && relativeRankOf(us, square) == 6) e.credit[us] += evalParameters.rookOnSeventh;
-        e.credit[us] += evalTables.rookPawnsTable[e.pawnCount[us]];
-        e.credit[us] += rookFileTerm<us>(e, square);
-        e.credit[us] += rookMobility[popCount(attacks & ~context.unsafeForMajors)];
-        e.kingUnits[us] += rookCheckUnits * popCount(attacks & context.checkSquares & context.enemyKingStraights);
+        allAttacks |= attacks;
+        score += rookMobility[popCount(attacks & ~context.unsafeForMajors)];
+        score += evalTables.rookPawnsTable[e.pawnCount[us]];
+        score += rookFileTerm<us>(e, square);
+        if ((rookLines[square] & rooks & ~bit(square)) != 0) score += evalParameters.rooksOnLine;
+        if (enemyKingAtHome && relativeRankOf(us, square) == 6) score += evalParameters.rookOnSeventh;
+        if ((attacks & context.enemyKingZone) != 0) units += rookZoneUnits;
+        units += rookCheckUnits * popCount(attacks & checkSquares);
     }
-    if (moreThanOne(rooks)) e.credit[us] += evalParameters.secondRook;
+    if (moreThanOne(rooks)) score += evalParameters.secondRook;
+    e.attacks[us][rook] = allAttacks;
+    e.credit[us] += score;
+    e.kingUnits[us] += units;
 }
 
-// Whether the exchange on the square that the queen checks from loses it.
+// Whether the exchange on the square beside the enemy king that the queen checks from loses it.
 template <Colour us> bool queenIsLost(const Evaluation& e, Square from, Square to) {
+    const Bitboard(&own)[boardsPerColour] = e.attacks[us];
+    const Bitboard sliders = own[bishop] | own[rook];
+    const Bitboard held = own[pawn] | own[knight] | own[king] | sliders;
+    // Nobody else guards the square, or looks at the queen, through whose square it could: the king takes it.
+    const bool alone = (held & bit(to)) == 0 && (sliders & bit(from)) == 0 && !moreThanOne(e.position.of(us, queen));
+    if (alone && (e.position.of(opponent(us), queen) & bit(to)) == 0) return true;
     return !seeAtLeast(e.position, encodeMove(from, to), 0, us ^ e.position.sideToMove());
 }
 
@@ -144,18 +161,22 @@ int queenCheckUnits(const Evaluation& e, const PieceContext& context, Square squ
 
 template <Colour us> void evaluateQueens(Evaluation& e, const PieceContext& context) {
     const Bitboard queens = e.position.of(us, queen);
-    int checkUnits = 0;
+    if (queens == 0) return;
+    PackedScore score;
+    Bitboard allAttacks = 0;
+    int units = 0, checkUnits = 0;
     for (Bitboard left = queens; left != 0;) {
         const Square square = popLowestBit(left);
         const Bitboard attacks = queenAttacks(square, e.occupied);
-        e.attacks[us][queen] |= attacks;
-        countPiece<us>(e, pieceWeights[queen]);
-        e.credit[us] += queenMobility[popCount(attacks & ~context.unsafeForMajors)];
-        if ((attacks & context.enemyKingZone) != 0) e.kingUnits[us] += queenZoneUnits;
+        allAttacks |= attacks;
+        score += queenMobility[popCount(attacks & ~context.unsafeForMajors)];
+        if ((attacks & context.enemyKingZone) != 0) units += queenZoneUnits;
         checkUnits += queenCheckUnits<us>(e, context, square, attacks);
     }
-    e.kingUnits[us] += minimum(checkUnits, mostQueenCheckUnits);
-    if (queens != 0 && e.position.of(us, rook) != 0) e.credit[us] += evalParameters.rookAndQueen;
+    if (e.position.of(us, rook) != 0) score += evalParameters.rookAndQueen;
+    e.attacks[us][queen] = allAttacks;
+    e.credit[us] += score;
+    e.kingUnits[us] += units + minimum(checkUnits, mostQueenCheckUnits);
 }
 
 template <Colour us> void evaluateKingSafety(Evaluation& e) {

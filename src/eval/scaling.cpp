@@ -19,12 +19,6 @@ constexpr int sqrtTable[22] = {0,    1000, 1414, 1732, 2000, 2236, 2449, 2646, 2
 
 } // namespace
 
-std::int64_t scaled(std::int64_t value, int scale) { return roundedQuotient(value * scale, fullScale); }
-
-std::int64_t roundedQuotient(std::int64_t value, int divisor) {
-    return (value + (value < 0 ? -divisor : divisor) / 2) / divisor;
-}
-
 OppositeBishopScale oppositeBishopScale(const ScaledSide (&sides)[2], Colour stronger, int phase) {
     constexpr int phaseOfManyPieces = 55;
     constexpr int scaleWithOtherPieces = 900;

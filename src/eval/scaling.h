@@ -11,11 +11,15 @@ namespace helvan {
 
 inline constexpr int fullScale = 1000; // per mille
 
-// value x scale / 1000, rounded half away from zero.
-std::int64_t scaled(std::int64_t value, int scale);
-
 // value / divisor, rounded half away from zero. The divisor is even and positive.
-std::int64_t roundedQuotient(std::int64_t value, int divisor);
+template <int divisor> constexpr std::int64_t roundedQuotient(std::int64_t value) {
+    return (value + (value < 0 ? -divisor : divisor) / 2) / divisor;
+}
+
+// value x scale / 1000, rounded half away from zero.
+constexpr std::int64_t scaled(std::int64_t value, int scale) {
+    return scale == fullScale ? value : roundedQuotient<fullScale>(value * scale);
+}
 
 // One side's material, as scaling looks at it.
 struct ScaledSide {

@@ -50,7 +50,7 @@ void fillByPhase() {
     constexpr int thousandthsPerCentipawn = 10;
     for (int phase = 0; phase <= fullPhase; ++phase) {
         evalTables.tempoByPhase[phase] =
-            static_cast<int>(roundedQuotient(blend(evalParameters.tempo, phase), fullPhase));
+            static_cast<int>(roundedQuotient<fullPhase>(blend(evalParameters.tempo, phase)));
         for (PieceType type = pawn; type <= queen; ++type) {
             evalTables.phasePieceValue[phase][type] =
                 blend(evalParameters.material[type], phase) / (fullPhase * thousandthsPerCentipawn);

@@ -104,8 +104,8 @@ TEST(Scaling, ScarceMaterial) {
 }
 
 TEST(Scaling, RoundsHalfAwayFromZero) {
-    EXPECT_EQ(roundedQuotient(47, 96), 0);
-    EXPECT_EQ(roundedQuotient(-48, 96), -1);
+    EXPECT_EQ(roundedQuotient<96>(47), 0);
+    EXPECT_EQ(roundedQuotient<96>(-48), -1);
     EXPECT_EQ(scaled(3'000'000'000, 550), 1'650'000'000);
 }
 
