@@ -12,7 +12,6 @@
 #include "protocol/number_text.h"
 #include "protocol/options.h"
 #include "search/rebuild.h"
-#include "search/reductions.h"
 #include "search/settings.h"
 #include "search/transposition_table.h"
 
@@ -47,7 +46,6 @@ bool setSpin(const OptionRequest& request) {
         if (request.name != lowered(param->name)) continue;
         *param->value = intFromText(request.value.c_str());
         rebuildTables();
-        buildReductions();
         return true;
     }
     return false;

@@ -14,7 +14,6 @@
 #include "search/limits.h"
 #include "search/margins.h"
 #include "search/ordering.h"
-#include "search/reductions.h"
 #include "search/report.h"
 #include "search/root.h"
 #include "search/settings.h"
@@ -103,7 +102,6 @@ void resetSearch() {
     if (forget) {
         clearCounterMoves();
         clearHistory();
-        buildReductions();
     }
     if (hashMegabytes != 0) {
         if (forget) transpositionTable.clear();

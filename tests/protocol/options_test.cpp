@@ -15,7 +15,6 @@
 #include "protocol/time_allotment.h"
 #include "search/limits.h"
 #include "search/rebuild.h"
-#include "search/reductions.h"
 #include "search/settings.h"
 #include "search/transposition_table.h"
 #include "support/output.h"
@@ -42,7 +41,6 @@ protected:
         std::strcpy(bookFileName, "helvan.bin");
         transpositionTable.release();
         rebuildTables();
-        buildReductions();
     }
 
 private:

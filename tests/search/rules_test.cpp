@@ -24,7 +24,6 @@ TEST(Margins, NullReductionFollowsTheHyperbolicTangent) {
 }
 
 TEST(Reductions, StayInTheTable) {
-    buildReductions();
     EXPECT_EQ(lmrReduction(1000, 1000), 10);
     EXPECT_EQ(pvReduction(-5, 1), 0);
 }
