@@ -67,6 +67,19 @@ inline bool isCapture(const Position& position, Move move) {
 
 inline bool isTactical(const Position& position, Move move) { return isCapture(position, move) || isPromotion(move); }
 
+// The key after the move, but for the rarer changes of castling rights, en passant and promotions: to fetch from the
+// table ahead of the search.
+inline Key likelyKeyAfter(const Position& position, Move move) {
+    const Key afterPassing = position.key ^ pieceKeys[white] ^ pieceKeys[black];
+    if (move == nullMove) return afterPassing;
+    const Colour us = position.sideToMove();
+    const PieceType type = pieceTypeAt(position, us, moveFrom(move));
+    const PieceType victim = pieceTypeAt(position, opponent(us), moveTo(move));
+    const Key taken = victim == phantom ? 0 : pieceKeys[pieceIndex(opponent(us), victim, moveTo(move))];
+    return afterPassing ^ taken ^ pieceKeys[pieceIndex(us, type, moveFrom(move))] ^
+           pieceKeys[pieceIndex(us, type, moveTo(move))];
+}
+
 // Makes the move; false where it leaves the mover's king attacked. The child's inCheck is then true to the board.
 inline bool makeLegalMove(const Position& position, Position& child, Move move) {
     makeMove(position, child, move);

@@ -280,7 +280,10 @@ int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, M
         if (tableCutoff(node, hit, score)) return score;
         adoptHit(node, hit);
     }
+    // While the position is evaluated, what is known of its first children comes nearer.
+    if (node.hashMove != nullMove) transpositionTable.prefetch(likelyKeyAfter(position, node.hashMove));
     if (!node.inCheck) {
+        if (depth >= nullMoveDepth && !noNull) transpositionTable.prefetch(likelyKeyAfter(position, nullMove));
         node.eval = refinedEval(evaluateNode(position), hit);
         if (hopeless(node)) return node.eval;
         if (winsEasily(node)) node.depth -= 2;
