@@ -34,9 +34,10 @@ int threatenedLoss(const Position& position) {
     const Colour us = position.sideToMove();
     const Colour enemy = opponent(us);
     if ((position.of(enemy, pawn) & relativeRank(enemy, 6)) != 0) return aboutToPromote;
+    const Bitboard attacked = attackMap(position, enemy);
     int most = 0;
     for (PieceType type = queen; type >= pawn && exchangeValues[type] > most; --type) {
-        for (Bitboard pieces = position.of(us, type); pieces != 0;) {
+        for (Bitboard pieces = position.of(us, type) & attacked; pieces != 0;) {
             most = maximum(most, captureGain(position, popLowestBit(pieces), enemy));
         }
     }
