@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <cinttypes>
 #include <cstdio>
+#include <fstream>
+#include <string>
+#include <vector>
 
 #include "board/fen.h"
 #include "main/self_test.h"
@@ -32,16 +35,29 @@ std::uint64_t searchedNodes(const char* fen, int depth) {
     return nodeCounter.count;
 }
 
+std::vector<std::string> selfTestFens() {
+    std::vector<std::string> fens;
+    for (const char* text : testFens) fens.push_back(TestRow(text).fen);
+    return fens;
+}
+
+std::vector<std::string> linesOf(const char* fileName) {
+    std::vector<std::string> lines;
+    std::ifstream file(fileName);
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    if (lines.empty()) std::fprintf(stderr, "no positions in %s\n", fileName);
+    return lines;
+}
+
 } // namespace
 
-void benchSearch(int depth) {
+void benchSearch(int depth, const char* fileName) {
     testMode = 1; // prints nothing, and starts every search with empty tables
     hashMegabytes = benchHashMegabytes;
     transpositionTable.allocate(hashMegabytes);
     std::uint64_t total = 0;
     const double start = now();
-    for (const char* text : testFens) {
-        const std::string fen = TestRow(text).fen;
+    for (const std::string& fen : fileName != nullptr ? linesOf(fileName) : selfTestFens()) {
         const double began = now();
         const std::uint64_t nodes = searchedNodes(fen.c_str(), depth);
         printFigures(fen.c_str(), nodes, now() - began);

@@ -105,7 +105,8 @@ int benchEval(const Arguments&) {
 
 int bench(const Arguments& arguments) {
     constexpr int usualDepth = 11;
-    benchSearch(arguments.count > 0 ? intFromText(arguments[0]) : usualDepth);
+    const int depth = arguments.count > 0 ? intFromText(arguments[0]) : usualDepth;
+    benchSearch(depth, arguments.count > 1 ? arguments[1] : nullptr);
     return 0;
 }
 
@@ -135,14 +136,14 @@ constexpr Tool tools[] = {
     {"board", "FEN", "the position and its keys", 1, 1, showBoard},
     {"see", "FEN MOVE", "the move's static exchange value in centipawns", 2, 2, showExchange},
     {"eval", "FEN", "the evaluation, term by term", 1, 1, showEvaluationOf},
-    {"bench", "[DEPTH]", "the search's signature and speed", 0, 1, bench},
+    {"bench", "[DEPTH [FILE]]", "the search's signature and speed", 0, 2, bench},
     {"bench-perft", "[DEPTH]", "the speed of move generation and make-move", 0, 1, benchPerft},
     {"bench-eval", "", "the speed of the evaluation", 0, 0, benchEval},
 };
 
 int printUsage(const char* programPath) {
     std::fprintf(stderr, "usage: %s TOOL ...\n\n", programPath);
-    for (const Tool& tool : tools) std::fprintf(stderr, "  %-12s %-10s  %s\n", tool.name, tool.parameters, tool.answer);
+    for (const Tool& tool : tools) std::fprintf(stderr, "  %-12s %-14s  %s\n", tool.name, tool.parameters, tool.answer);
     return usageError;
 }
 
