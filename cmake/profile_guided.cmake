@@ -1,0 +1,49 @@
+# Profile-guided optimisation: the compiler learns from a run of the program which paths are taken. The program is
+# built once more in a folder of its own, with counters (HELVAN_PROFILE=train), and searches positions that no figure
+# is measured on; what it counted goes into every compilation here (HELVAN_PROFILE=use).
+
+set(HELVAN_TRAINING_DEPTH 10) # iterations
+
+if(HELVAN_PROFILE STREQUAL "train")
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Names without the build folder, so that the other folder finds the counts.
+    set(profile_options -fprofile-generate=${HELVAN_COUNTS} -fprofile-update=single
+        -fprofile-prefix-path=${PROJECT_BINARY_DIR})
+  else()
+    set(profile_options -fprofile-instr-generate=${HELVAN_COUNTS}/counts)
+  endif()
+  target_compile_options(helvan_flags INTERFACE ${profile_options})
+  target_link_options(helvan_flags INTERFACE ${profile_options})
+elseif(HELVAN_PROFILE STREQUAL "use")
+  set(training ${PROJECT_BINARY_DIR}/training)
+  set(counts ${training}/counts)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(merge ${CMAKE_COMMAND} -E true)
+    # The command line and the dialogue are not trained.
+    set(profile_options -fprofile-use=${counts} -fprofile-prefix-path=${PROJECT_BINARY_DIR} -Wno-missing-profile)
+  else()
+    find_program(HELVAN_PROFDATA NAMES llvm-profdata llvm-profdata-14 REQUIRED)
+    set(merge ${HELVAN_PROFDATA} merge -o ${training}/profile ${counts}/counts)
+    set(profile_options -fprofile-instr-use=${training}/profile -Wno-profile-instr-unprofiled
+        -Wno-profile-instr-out-of-date)
+  endif()
+  # Counts of other sources would be refused.
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp ${PROJECT_SOURCE_DIR}/src/*.h)
+  add_custom_command(OUTPUT ${training}/trained
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${counts}
+    COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${training} -G ${CMAKE_GENERATOR}
+      -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER} -DCMAKE_BUILD_TYPE=${CMAKE_BUILD_TYPE} -DHELVAN_ARCH=${HELVAN_ARCH}
+      -DHELVAN_TESTS=OFF -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
+    COMMAND ${CMAKE_COMMAND} --build ${training} --target helvan-debug
+    COMMAND ${training}/tools/helvan-debug bench ${HELVAN_TRAINING_DEPTH} ${PROJECT_SOURCE_DIR}/tools/training.epd
+    COMMAND ${merge}
+    COMMAND ${CMAKE_COMMAND} -E touch ${training}/trained
+    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/tools/training.epd
+    COMMENT "Training" USES_TERMINAL VERBATIM)
+  add_custom_target(helvan_training DEPENDS ${training}/trained)
+  add_dependencies(helvan_flags helvan_training)
+  target_compile_options(helvan_flags INTERFACE ${profile_options})
+  target_link_options(helvan_flags INTERFACE ${profile_options})
+elseif(HELVAN_PROFILE)
+  message(FATAL_ERROR "HELVAN_PROFILE is \"train\", \"use\" or empty, not \"${HELVAN_PROFILE}\"")
+endif()
