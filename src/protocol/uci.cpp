@@ -14,6 +14,7 @@
 #include "protocol/set_option.h"
 #include "protocol/words.h"
 #include "search/limits.h"
+#include "search/transposition_table.h"
 
 namespace helvan {
 
@@ -27,7 +28,9 @@ void printIdentification() {
     std::fflush(stdout);
 }
 
+// Whoever asks will wait: the moment for what takes its time.
 void printReady() {
+    transpositionTable.claimPages();
     std::printf("readyok\n");
     std::fflush(stdout);
 }

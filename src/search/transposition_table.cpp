@@ -11,6 +11,7 @@
 #include "board/moves.h"
 #include "platform/platform.h"
 #include "protocol/end_process.h"
+#include "search/limits.h"
 #include "search/settings.h"
 
 namespace helvan {
@@ -63,7 +64,18 @@ void TranspositionTable::allocate(int megabytes) {
     }
     bucketCount = count;
     mask = count - 1;
-    generation = 0;
+}
+
+void TranspositionTable::claimPages() {
+    constexpr double longestClaim = 1.0; // seconds: as long as a front end may be kept waiting
+    constexpr std::size_t piece = std::size_t{2} << 20;
+    if (claimed || !untouched) return;
+    claimed = true;
+    const double end = now() + longestClaim;
+    const std::size_t size = bucketCount * sizeof(TTBucket);
+    for (std::size_t at = 0; at < size && now() < end; at += piece) {
+        std::memset(reinterpret_cast<char*>(buckets) + at, 0, std::min(piece, size - at));
+    }
 }
 
 void TranspositionTable::release() {

@@ -45,10 +45,15 @@ struct TranspositionTable {
     std::uint32_t generation = 0;  // 0..255
     TTBucket* buckets = nullptr;
     bool untouched = true; // nothing was stored since all was zero
+    bool claimed = false;  // the system has been asked for the pages
 
     // Allocates a zeroed table in place of the old one, of about so many megabytes (above 0): the power of two of
     // bytes nearest below 1.96 times the size. Too large: a message on standard error and the end of the process.
     void allocate(int megabytes);
+    // Makes the system find the pages of a new table, which it otherwise does one by one when they are first written
+    // to: a search on a short clock would have to wait for it. Takes a second at most.
+    void claimPages();
+
     void release(); // frees all; then every operation below does nothing
 
     void clear();         // empties every entry
