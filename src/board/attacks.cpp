@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "board/attacks.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace helvan {
@@ -90,18 +91,16 @@ constexpr Bitboard threeFiles(Square square) {
     return (fileA | fileA << 1 | fileA << 2) << leftFile;
 }
 
-// Fills one square's block and answers its length. Every set of blockers is visited once, by the
-// carry-rippler walk through the subsets of a mask.
-std::uint32_t fillBlock(Square square, const std::array<Step, 4>& steps, Bitboard mask, int shift, const Magic& magic) {
-    std::uint32_t length = 0;
+// Every set of blockers is visited once, by the carry-rippler walk through the subsets of a mask.
+void fillBlock(Square square, const std::array<Step, 4>& steps, Bitboard mask, int shift, const Magic& magic) {
     Bitboard blockers = 0;
     do {
-        const auto index = static_cast<std::uint32_t>(blockers * magic.multiplier >> shift);
-        slidingAttacks[magic.offset + index] = walkRays(square, steps, blockers);
-        if (index >= length) length = index + 1;
+        Bitboard& entry = slidingAttacks[magic.offset + (blockers * magic.multiplier >> shift)];
+        const Bitboard attacks = walkRays(square, steps, blockers);
+        assert(entry == 0 || entry == attacks); // no attack set is empty
+        entry = attacks;
         blockers = (blockers - mask) & mask;
     } while (blockers != 0);
-    return length;
 }
 
 } // namespace
@@ -123,60 +122,92 @@ constexpr std::array<Bitboard, 64> bishopMask =
 
 std::array<Bitboard, slidingAttacksSize> slidingAttacks;
 
-// The multipliers were found by trying random numbers with few bits set: each sends blockers with different
-// attacks to different indices, and of the good ones seen it is the one whose highest index is smallest, which
-// keeps the blocks short. The offsets are filled in at start.
+// Found and printed by tools/find_magics.cpp, with its own defaults. A multiplier sends blockers with different
+// attacks to different indices and uses few of these, in runs that leave room for other blocks.
 // clang-format off
-std::array<Magic, 64> rookMagic = {{
-    {0x0480044000802850, 0}, {0x0020000800100021, 0}, {0x00401000c8004084, 0}, {0x0040080044004002, 0},
-    {0x0020020420200100, 0}, {0x8040010040008200, 0}, {0x0040008000400100, 0}, {0x8080004080002100, 0},
-    {0x0200081020410400, 0}, {0x0400100400080010, 0}, {0xc300400800044010, 0}, {0x1000200400020020, 0},
-    {0x0000200100200200, 0}, {0x0200200080010020, 0}, {0x0200202000800040, 0}, {0x0800200220024081, 0},
-    {0x0040002000100028, 0}, {0x0410000802040009, 0}, {0x1004008200810020, 0}, {0x0002002020040002, 0},
-    {0xa081002020020001, 0}, {0x0211001000804010, 0}, {0x1040004040008001, 0}, {0x0010802000400020, 0},
-    {0x0040200010080010, 0}, {0x2000080010040031, 0}, {0x0204020008010048, 0}, {0x1800040020020020, 0},
-    {0x2622008010100100, 0}, {0x0800010020200080, 0}, {0x4214008020200040, 0}, {0x2100200020004081, 0},
-    {0x0040001000200024, 0}, {0x0204000800100010, 0}, {0x0202400800400410, 0}, {0x0000200200200400, 0},
-    {0x0000200200200100, 0}, {0x8000200080200100, 0}, {0x0414200080200040, 0}, {0x0020802000200040, 0},
-    {0x0110214904000800, 0}, {0x0c1002000c000800, 0}, {0xa000400408004010, 0}, {0x0500020004002020, 0},
-    {0x4080020001002020, 0}, {0x2000010000802020, 0}, {0xa044400080004001, 0}, {0x0a08100208010804, 0},
-    {0x0040002000100020, 0}, {0x1000080400100010, 0}, {0x0042000804010008, 0}, {0x0000200200040020, 0},
-    {0x8410200200010020, 0}, {0x0000200080010020, 0}, {0x0200200040008020, 0}, {0x0104802000400020, 0},
-    {0x0011004020120082, 0}, {0x00002100088110c1, 0}, {0x0000040840208012, 0}, {0x4240104004200802, 0},
-    {0x0108001008020401, 0}, {0x0000041480020801, 0}, {0x1af0008402124001, 0}, {0x0808240688230042, 0},
+constexpr std::array<Magic, 64> rookMagic = {{
+    {0x2080024000228050, 100968}, {0x8020001000080024,  50088},
+    {0x0020000400080023,  28416}, {0x0040040040080003,  52136},
+    {0x8040020040040001,  54184}, {0x7fe0012928a7ffe0,  93880},
+    {0x8040004442efffff,  93072}, {0x0080010001fbc080,      0},
+    {0xa780082142041053,  34432}, {0xee3ff40085fcffff,  96872},
+    {0xe880100200040011,   9216}, {0xf700200204202005,  76840},
+    {0x2b80200200010020,  70880}, {0x1c00200100008020,  57256},
+    {0xd300200080200040,  56232}, {0xb180101000208241,  36584},
+    {0x0d40002000100020,  58280}, {0xf604001000080015,  72928},
+    {0x9104000802010008,  69856}, {0x0d04002002002024,  66728},
+    {0x1f91002020020001,  89240}, {0x2649001010008040,  63400},
+    {0xc814004000844005,  90264}, {0xeca4002000408220,  38728},
+    {0x3c42200010080010,  40800}, {0xdb90040008020009,  71904},
+    {0xb8c2010008040008,  75808}, {0x1a60020020040020,  79072},
+    {0xcc40010020020020,  62376}, {0xd0e8010020008020,  81128},
+    {0x6904400040008001,  73952}, {0xcca8200020004081,  42904},
+    {0xac40001000200028,  60328}, {0x0980080400100011,  80104},
+    {0xe944020100080008,  85224}, {0x4520200400200201,  98032},
+    {0xad20200200200100,  92048}, {0xb330200080200100,  82152},
+    {0xa504200080200040,  88216}, {0xd126822000200040,  44968},
+    {0x88fffeebfeffd800,  44448}, {0x3f91080201000401,  67768},
+    {0x1300400408004010,  64424}, {0xaca0024008004004,  25088},
+    {0xc571002002002001,  99064}, {0x5271002000802001,  86248},
+    {0x3364004000802020,  65704}, {0x60c9fff8f9ff9803,  28352},
+    {0x7dfffeff33ebffd8,  74976}, {0x067fff7304ff7fec,  83856},
+    {0x85c4010008020008,  84200}, {0x69000220200d0020,  95520},
+    {0x4000200200010020,  32992}, {0x34a7ffe7ff207fe8,  87952},
+    {0x1a6fffffabff7fd8,  80096}, {0x6947ffffadd7ffd8,  45992},
+    {0x1008800640610091,   4096}, {0xc075002040840812,  16448},
+    {0xe3f804204080100a,  20480}, {0x52de041000022009,  20608},
+    {0x7d64080120041002,  24576}, {0x042ffffbfffdf7ff,   8192},
+    {0x76ffa04208012084,  16384}, {0x100004008261410a,  12288},
 }};
 
-std::array<Magic, 64> bishopMagic = {{
-    {0x4102008010800840, 0}, {0x2000802080041100, 0}, {0x2800802004204200, 0}, {0x6240804811020000, 0},
-    {0x6000440208418240, 0}, {0x000021c100910900, 0}, {0x0000804100806900, 0}, {0x0020801041040048, 0},
-    {0x4001004041002020, 0}, {0x0000002020802008, 0}, {0x4005804010401000, 0}, {0x2040008060040082, 0},
-    {0x0024804402220008, 0}, {0x0194204100804410, 0}, {0x0496081082010043, 0}, {0x019000108021002c, 0},
-    {0x80012a0202002008, 0}, {0x0040800100101040, 0}, {0x2000440082008020, 0}, {0x1100240200801000, 0},
-    {0x020010008c040080, 0}, {0xa200100080440050, 0}, {0x0008040040404042, 0}, {0x2008040420104010, 0},
-    {0x0000804002020020, 0}, {0x0041008080401043, 0}, {0x2002008100410040, 0}, {0x8228080045820022, 0},
-    {0x200084000081a000, 0}, {0x0440200800808400, 0}, {0x0010084330202021, 0}, {0x4818040800202010, 0},
-    {0x030080808204002d, 0}, {0x0080410024004040, 0}, {0x0009010080010008, 0}, {0x0002a08020080201, 0},
-    {0x0204040400021010, 0}, {0x8001020008008020, 0}, {0x0000208004002020, 0}, {0x1a00102020000805, 0},
-    {0x0010404200800040, 0}, {0x02082021002c0040, 0}, {0x8100208200800040, 0}, {0x0851008840440020, 0},
-    {0x000082004010a100, 0}, {0x080400440040e008, 0}, {0x0400801080080020, 0}, {0x0900401004210010, 0},
-    {0x2000208044005c00, 0}, {0x0c48202100402810, 0}, {0x0000a00820806244, 0}, {0x0000000808403008, 0},
-    {0x00a0820100202001, 0}, {0x0004040100200881, 0}, {0x2600808080800424, 0}, {0x0080204040400404, 0},
-    {0x0400208200808049, 0}, {0x2000004040208020, 0}, {0x2205022808208060, 0}, {0x0040000500084030, 0},
-    {0x00080a0001002020, 0}, {0x8a00200040810010, 0}, {0x0000008020404041, 0}, {0x0400840010204010, 0},
+constexpr std::array<Magic, 64> bishopMagic = {{
+    {0x2a04008021000411,  11592}, {0x1a00810040040565,  34112},
+    {0x47804080081141d2,  11720}, {0x72c08060041c1e64,  30408},
+    {0x21b48080932c8b61,  11752}, {0x7fe0202000675fe7,  34016},
+    {0x8228a02101009756,   9144}, {0x5370200400410096,   8272},
+    {0x533301010100080a,  28224}, {0xa2cb402100101011,  34240},
+    {0x1001008080108818,   8984}, {0xeca6002008108fc3,  28160},
+    {0xecfa0880809b7655,   9744}, {0x2100d14041008bde,   8928},
+    {0x47c35aa0c041009f,   9760}, {0x1c9ca02080208054,   9984},
+    {0x2882048400401023,  34144}, {0xfb82118300a10010,  10128},
+    {0x4f81008200110003,  27392}, {0x8a010040200820a6,  11336},
+    {0xed408260100405d7,  11528}, {0x8500102020100803,   8496},
+    {0xa0e8063010808046,  30376}, {0x29e0021820202025,  41824},
+    {0xe241011d80820012,  31520}, {0xa1e0411940210010,  27616},
+    {0x7961040080802004,  74984}, {0x0805004084040002,  32480},
+    {0x0808840028822002,  68832}, {0x0b60208070080109,  24608},
+    {0x2dd0104250104011,  34208}, {0x181804103c084013,  29440},
+    {0x278041041280404a,  34080}, {0x95f0080080004080,  28176},
+    {0xc938110081a01080,  11272}, {0x08880a0180080080,  69344},
+    {0x4004c204008e0108,  77888}, {0x7500408080500805,  27136},
+    {0x692020204168200a,  32448}, {0x0090082020d00808,  38664},
+    {0x88418200820400a2,   9816}, {0x94b8104100270048,  47200},
+    {0xad30400401098081,   8432}, {0x5299a40840401009,   8200},
+    {0xcd05020040106101,  34304}, {0x9b81002080806404,  27680},
+    {0xab80401040437010,  36552}, {0x13c040082020dc04,  31488},
+    {0x652020220200a789,  47072}, {0x1c38302022804656,  10048},
+    {0x39100c08208061d0,  48608}, {0xff685a1409004250,  10760},
+    {0xf8303882804100c5,  10888}, {0x0451008103002000,   8824},
+    {0xd780420020401262,  47040}, {0x5740202080200958,  38696},
+    {0xce2c884100410090,   8688}, {0x1ba5341010820044,  48648},
+    {0x8b02945820202019,  34048}, {0x0b67d78ca0084044,  48544},
+    {0x6d132bc200808180,  11024}, {0x3d15148082008008,  47168},
+    {0x3adf804100401043,  27520}, {0x7081040100080811,  27552},
 }};
 // clang-format on
 
+static_assert(std::ranges::all_of(rookMagic, [](const Magic& magic) {
+    return magic.offset + (1 << (64 - rookShift)) <= slidingAttacksSize;
+}));
+static_assert(std::ranges::all_of(bishopMagic, [](const Magic& magic) {
+    return magic.offset + (1 << (64 - bishopShift)) <= slidingAttacksSize;
+}));
+
 void initSlidingAttacks() {
-    std::uint32_t offset = 0;
     for (Square square = 0; square < 64; ++square) {
-        rookMagic[square].offset = offset;
-        offset += fillBlock(square, rookSteps, rookMask[square], rookShift, rookMagic[square]);
+        fillBlock(square, rookSteps, rookMask[square], rookShift, rookMagic[square]);
+        fillBlock(square, bishopSteps, bishopMask[square], bishopShift, bishopMagic[square]);
     }
-    for (Square square = 0; square < 64; ++square) {
-        bishopMagic[square].offset = offset;
-        offset += fillBlock(square, bishopSteps, bishopMask[square], bishopShift, bishopMagic[square]);
-    }
-    assert(offset + (1u << (64 - rookShift)) == slidingAttacksSize);
 }
 
 Bitboard attackMap(const Position& position, Colour colour) {

@@ -28,7 +28,7 @@ extern const std::array<Bitboard, 64> ThreeFileMask;
 
 // Sliding attacks by magic multiplication (Kannan, "Magic move-bitboard generation", 2007) with one shift for
 // all squares: the blockers that matter, times the square's multiplier, shifted down, index the square's
-// block in one shared array.
+// block in one shared array. The blocks overlap: the indices that one never uses hold what others look up.
 struct Magic {
     std::uint64_t multiplier;
     std::uint32_t offset; // where the square's block begins in slidingAttacks
@@ -37,18 +37,17 @@ struct Magic {
 inline constexpr int rookShift = 52;   // a 12-bit index
 inline constexpr int bishopShift = 55; // a 9-bit index
 
-// Entries of all blocks, each as long as its highest index asks for, plus one whole rook block, so that no
-// index that the shift allows can lead outside.
-inline constexpr int slidingAttacksSize = 121699 + 4096;
+// Enough for every index that the shifts allow, used or not, in every block.
+inline constexpr int slidingAttacksSize = 105064;
 
 extern const std::array<Bitboard, 64> rookMask; // the rays without the square and without their last squares
 extern const std::array<Bitboard, 64> bishopMask;
-extern std::array<Magic, 64> rookMagic;
-extern std::array<Magic, 64> bishopMagic;
+extern const std::array<Magic, 64> rookMagic;
+extern const std::array<Magic, 64> bishopMagic;
 extern std::array<Bitboard, slidingAttacksSize> slidingAttacks;
 
-// Fills slidingAttacks and the offsets of its blocks; everything else here is constant. To be called before
-// the first sliding look-up; calling it again changes nothing.
+// Fills slidingAttacks; everything else here is constant. To be called before the first sliding look-up; calling
+// it again changes nothing.
 void initSlidingAttacks();
 
 // The squares that a slider attacks: along each ray up to the first occupied square, that one included,
