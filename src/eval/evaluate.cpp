@@ -274,4 +274,11 @@ EvalExplanation explainEvaluation(const Position& position) {
     return explanation;
 }
 
+PackedScore evaluateUnblended(const Position& position) {
+    Evaluation e(position);
+    NobodyWatches nobody;
+    evaluateTerms(e, nobody);
+    return total(e);
+}
+
 } // namespace helvan

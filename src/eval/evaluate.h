@@ -41,4 +41,8 @@ struct EvalExplanation {
 // Evaluates without the cache. The same demands on the position as evaluate.
 EvalExplanation explainEvaluation(const Position& position);
 
+// The sum of all terms, opening and endgame, white's view, before it is blended and scaled. For whoever looks for
+// better parameters: a parameter's change shows in it exactly. The same demands on the position, and no special ending.
+PackedScore evaluateUnblended(const Position& position);
+
 } // namespace helvan

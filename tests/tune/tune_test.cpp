@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+#include "eval/evaluate.h"
+#include "support/boards.h"
+#include "support/eval_parameters.h"
+#include "tools/tune/linear_model.h"
+#include "tools/tune/parameter_file.h"
+#include "tools/tune/regression.h"
+
+namespace helvan::testing {
+
+namespace {
+
+using Tuning = Parameters;
+
+// Whose king is at home has the better of two shelters, which no linear model tells.
+bool isLinear(const Position& position) {
+    return (position.of(white, king) & bit(e1)) == 0 && (position.of(black, king) & bit(e8)) == 0;
+}
+
+TrainingSet randomSet(int count, std::uint64_t seed) {
+    TrainingSet set;
+    forRandomPositions(count, seed, [&](const Position& position, Random& random) {
+        if (isLinear(position)) set.add(position, 0.5f, 0.0f, below(random, 100));
+    });
+    dropSpecialEndings(set);
+    return set;
+}
+
+std::vector<Change> randomChanges(std::size_t count, Random& random) {
+    std::vector<Change> changes(count);
+    for (Change& change : changes) change = {(below(random, 101) - 50) / 1000.0, (below(random, 101) - 50) / 1000.0};
+    return changes;
+}
+
+std::string parameterSource() {
+    std::ostringstream text;
+    text << std::ifstream(HELVAN_SOURCE_ROOT "/eval/parameters.cpp").rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+TEST_F(Tuning, TheModelFollowsTheEvaluation) {
+    constexpr double rounding = 0.012; // pawns: a shaped entry is cut to a thousandth, and there are several
+    const TrainingSet set = randomSet(2000, 30);
+    const std::vector<OpenValue> open = openValues();
+    const LinearModel model = linearModelOf(set, open, false);
+    Random random(31);
+    for (int round = 0; round < 5; ++round) {
+        const EvalParameters before = evalParameters;
+        const std::vector<Change> changes = randomChanges(open.size(), random);
+        applyChanges(open, changes);
+        for (std::size_t i = 0; i < set.size(); ++i) {
+            ASSERT_NEAR(model.predicted(i, changes), evaluationInPawns(set.positions[i]), rounding);
+        }
+        evalParameters = before;
+    }
+    EXPECT_GT(set.size(), 500u);
+}
+
+TEST_F(Tuning, TheSourceIsRewrittenInPlace) {
+    const std::string source = parameterSource();
+    const std::vector<PackedScore> before = parameterValues();
+    EXPECT_EQ(withPresentParameters(source, before), source);
+    evalParameters.squares[queen][63] = packed(-1234, 7); // h1
+    evalParameters.candidate = packed(3, -4);
+    const std::string changed = withPresentParameters(source, before).value();
+    EXPECT_EQ(changed.size(), source.size() + 1);
+    EXPECT_NE(changed.find(".candidate = S(   3,   -4),"), std::string::npos);
+    EXPECT_EQ(withPresentParameters(changed, parameterValues()), changed);
+    EXPECT_EQ(withPresentParameters(changed, before), std::nullopt); // not what it was built from
+}
+
+// Scores made by the evaluation with one value changed lead back to that value, and to the very same with more threads.
+TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreads) {
+    const EvalParameters before = evalParameters;
+    TrainingSet set = randomSet(6000, 32);
+    evalParameters.outpost += packed(400, 400);
+    initEvalTables();
+    Random random(33);
+    for (std::size_t i = 0; i < set.size(); ++i) {
+        const double pawns = evaluationInPawns(set.positions[i]);
+        const double winning = 1.0 / (1.0 + std::exp(-pawns / 2.0));
+        set.scores[i] = static_cast<float>(100.0 * pawns);
+        set.results[i] = below(random, 1000) < 1000 * winning ? 1.0f : 0.0f;
+    }
+    evalParameters = before;
+    initEvalTables();
+    const std::vector<OpenValue> open = openValues();
+    const LinearModel model = linearModelOf(set, open, false);
+    RegressionSettings settings;
+    settings.blend = 1.0;
+    settings.batch = 256;
+    settings.epochs = 20;
+    settings.showProgress = false;
+    std::vector<double> found;
+    for (const int threads : {1, 3}) {
+        settings.threads = threads;
+        const RegressionTask task = prepareTask(set, model, settings);
+        const RegressionOutcome outcome = fitChanges(model, task, settings);
+        EXPECT_LT(outcome.validationAfter, outcome.validationBefore);
+        for (std::size_t i = 0; i < open.size(); ++i) {
+            if (open[i].value == &evalParameters.outpost) found.push_back(outcome.changes[i].opening);
+        }
+    }
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_GT(found[0], 0.1);
+    EXPECT_EQ(found[0], found[1]);
+}
+
+TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
+    TrainingSet set;
+    EXPECT_TRUE(addLine(set, "8/p3r1p1/1pn1P1kp/2pp4/8/P3PR2/PB2K1PP/8 w - -|0.5|-78|7\n"));
+    EXPECT_EQ(set.results[0], 0.5f);
+    EXPECT_EQ(set.scores[0], -78.0f);
+    EXPECT_EQ(set.games[0], 7);
+    for (const char* line : {"", "8/8/8/8/8/8/8/8 w - -|1|0|1", "4k3/8/8/8/8/8/8/4K3 w - -|1|0", "4k3/8|1|0|1",
+                             "4k3/8/8/8/8/8/8/4K3 x - -|1|0|1"}) {
+        EXPECT_FALSE(addLine(set, line)) << line;
+    }
+    EXPECT_EQ(set.size(), 1u);
+}
+
+} // namespace helvan::testing
