@@ -58,7 +58,7 @@ TEST(Report, ScoresBeyondTheBorderAreMates) {
 }
 
 TEST(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
-    const char* mates[] = {"6k1/5ppp/8/8/8/8/8/R5K1 w - -", "kbK5/pp6/1P6/8/8/8/8/R7 w - -",
+    const char* mates[] = {"6k1/5ppp/8/8/8/8/8/R5K1 w - -", "r1b2k1r/ppp1bppp/8/1B1Q4/5q2/2P5/PPP2PPP/R3R1K1 w - -",
                            "r5rk/5p1p/5R2/4B3/8/8/7P/7K w - -", "7R/r1p1q1pp/3k4/1p1n1Q2/3N4/8/1PP2PPP/2B3K1 w - -",
                            "4r3/7q/nb2prRp/pk1p3P/3P4/P7/1P2N1P1/1K1B1N2 w - -"};
     for (int moves = 1; moves <= 5; ++moves) {
