@@ -5,8 +5,12 @@
 
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <limits>
+#include <regex>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "book/settings.h"
 #include "eval/parameters.h"
@@ -93,6 +97,30 @@ TEST_F(Options, NamesIgnoreCaseAndNumbersAreTakenAsGiven) {
         EXPECT_EQ(*setting, value) << words;
     }
     EXPECT_TRUE(contains(answerTo("uci"), "option name Drawscore type spin default 0 min -50 max 50\n"));
+}
+
+// The tables of the documents say what "uci" says, row by row.
+TEST_F(Options, AreListedInTheDocuments) {
+    const std::regex optionLine("option name (.*) type (.*) default (\\S+)(?: min (\\S+) max (\\S+))?");
+    std::vector<std::string> rows;
+    std::istringstream answer(answerTo("uci"));
+    for (std::string line; std::getline(answer, line);) {
+        std::smatch is;
+        if (!std::regex_match(line, is, optionLine)) continue;
+        const std::string range = is[4].matched ? is.format("$4 to $5 |") : "|";
+        rows.push_back(is.format("| $1 | $2 | $3 | ") + range);
+    }
+    EXPECT_FALSE(rows.empty());
+    for (const char* document : {"README.md", "docs/uci.md"}) {
+        std::ifstream file(std::string(HELVAN_SOURCE_ROOT "/../") + document);
+        std::vector<std::string> listed;
+        const std::regex row("\\|[^|]*\\| (check|spin|string) \\|[^|]*\\|[^|]*\\|");
+        std::smatch found;
+        for (std::string line; std::getline(file, line);) {
+            if (std::regex_search(line, found, row)) listed.push_back(found.str());
+        }
+        EXPECT_EQ(listed, rows) << document;
+    }
 }
 
 TEST_F(Options, WhatIsNotUnderstoodIsAnswered) {
