@@ -1,6 +1,7 @@
 # Profile-guided optimisation: the compiler learns from a run of the program which paths are taken. The program is
 # built once more in a folder of its own, with counters (HELVAN_PROFILE=train), and searches positions that no figure
-# is measured on; what it counted goes into every compilation here (HELVAN_PROFILE=use).
+# is measured on; what it counted goes into every compilation here (HELVAN_PROFILE=use). Any change of the sources
+# trains anew and compiles all anew: the program never depends on what was built before.
 
 set(HELVAN_TRAINING_DEPTH 10) # iterations
 
@@ -15,6 +16,10 @@ if(HELVAN_PROFILE STREQUAL "train")
   target_compile_options(helvan_flags INTERFACE ${profile_options})
   target_link_options(helvan_flags INTERFACE ${profile_options})
 elseif(HELVAN_PROFILE STREQUAL "use")
+  if(CMAKE_CROSSCOMPILING OR HELVAN_SANITIZE OR CMAKE_CONFIGURATION_TYPES)
+    message(FATAL_ERROR "A profile is for one plain build that this machine can run: no cross compilation, no "
+      "sanitizers, no generator of several configurations")
+  endif()
   set(training ${PROJECT_BINARY_DIR}/training)
   set(counts ${training}/counts)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -28,12 +33,13 @@ elseif(HELVAN_PROFILE STREQUAL "use")
         -Wno-profile-instr-out-of-date)
   endif()
   # Counts of other sources would be refused.
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp ${PROJECT_SOURCE_DIR}/src/*.h)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp ${PROJECT_SOURCE_DIR}/src/*.h
+    ${PROJECT_SOURCE_DIR}/tools/*.cpp ${PROJECT_SOURCE_DIR}/tools/*.h)
   add_custom_command(OUTPUT ${training}/trained
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${counts}
     COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${training} -G ${CMAKE_GENERATOR}
       -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER} -DCMAKE_BUILD_TYPE=${CMAKE_BUILD_TYPE} -DHELVAN_ARCH=${HELVAN_ARCH}
-      -DHELVAN_TESTS=OFF -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
+      -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS} -DHELVAN_TESTS=OFF -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
     COMMAND ${CMAKE_COMMAND} --build ${training} --target helvan-debug
     COMMAND ${training}/tools/helvan-debug bench ${HELVAN_TRAINING_DEPTH} ${PROJECT_SOURCE_DIR}/tools/training.epd
     COMMAND ${merge}
@@ -42,6 +48,14 @@ elseif(HELVAN_PROFILE STREQUAL "use")
     COMMENT "Training" USES_TERMINAL VERBATIM)
   add_custom_target(helvan_training DEPENDS ${training}/trained)
   add_dependencies(helvan_flags helvan_training)
+  function(helvan_compile_with_profile)
+    foreach(folder src tools)
+      file(GLOB_RECURSE compiled ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+      set_source_files_properties(${compiled} DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
+        PROPERTIES OBJECT_DEPENDS ${training}/trained)
+    endforeach()
+  endfunction()
+  cmake_language(DEFER CALL helvan_compile_with_profile) # when the folders are known
   target_compile_options(helvan_flags INTERFACE ${profile_options})
   target_link_options(helvan_flags INTERFACE ${profile_options})
 elseif(HELVAN_PROFILE)

@@ -51,13 +51,15 @@ std::vector<std::string> linesOf(const char* fileName) {
 
 } // namespace
 
-void benchSearch(int depth, const char* fileName) {
+bool benchSearch(int depth, const char* fileName) {
+    const std::vector<std::string> fens = fileName != nullptr ? linesOf(fileName) : selfTestFens();
+    if (fens.empty()) return false;
     testMode = 1; // prints nothing, and starts every search with empty tables
     hashMegabytes = benchHashMegabytes;
     transpositionTable.allocate(hashMegabytes);
     std::uint64_t total = 0;
     const double start = now();
-    for (const std::string& fen : fileName != nullptr ? linesOf(fileName) : selfTestFens()) {
+    for (const std::string& fen : fens) {
         const double began = now();
         const std::uint64_t nodes = searchedNodes(fen.c_str(), depth);
         printFigures(fen.c_str(), nodes, now() - began);
@@ -65,6 +67,7 @@ void benchSearch(int depth, const char* fileName) {
     }
     printFigures("total", total, now() - start);
     std::printf("signature %" PRIu64 "\n", total);
+    return true;
 }
 
 } // namespace helvan

@@ -106,8 +106,7 @@ int benchEval(const Arguments&) {
 int bench(const Arguments& arguments) {
     constexpr int usualDepth = 11;
     const int depth = arguments.count > 0 ? intFromText(arguments[0]) : usualDepth;
-    benchSearch(depth, arguments.count > 1 ? arguments[1] : nullptr);
-    return 0;
+    return benchSearch(depth, arguments.count > 1 ? arguments[1] : nullptr) ? 0 : 1;
 }
 
 int benchPerft(const Arguments& arguments) {
@@ -137,7 +136,7 @@ constexpr Tool tools[] = {
     {"see", "FEN MOVE", "the move's static exchange value in centipawns", 2, 2, showExchange},
     {"eval", "FEN", "the evaluation, term by term", 1, 1, showEvaluationOf},
     {"bench", "[DEPTH [FILE]]", "the search's signature and speed", 0, 2, bench},
-    {"bench-perft", "[DEPTH]", "the speed of move generation and make-move", 0, 1, benchPerft},
+    {"bench-perft", "[DEPTH]", "the speed of move generation", 0, 1, benchPerft},
     {"bench-eval", "", "the speed of the evaluation", 0, 0, benchEval},
 };
 

@@ -48,7 +48,7 @@ std::int32_t victimScore(PieceType victim, PieceType attacker) {
     return tacticalScore + victim * 8 + (king - attacker);
 }
 
-// Whether a capture's score says that its victim is worth as much as its attacker.
+// Whether an ordinary move's score says that it captures what is worth as much as its attacker: it cannot lose.
 bool takesItsLike(std::int32_t score) {
     const int exchange = score - tacticalScore;
     return exchange > 0 && exchangeValues[exchange / 8] >= exchangeValues[king - exchange % 8];
@@ -177,13 +177,11 @@ void generateQuietChecks(MovePicker& picker) {
     const Bitboard pawnChecks = pawnAttacks(opponent(us), enemyKing) & ~occupied;
     generatePawnPushes(position, pawnChecks, add);
     generateDoublePushes(position, pawnChecks, add);
-    picker.ordered = false;
 }
 
 void openDeferred(MovePicker& picker) {
     picker.batch = picker.deferred;
     picker.batchCount = picker.deferredCount;
-    picker.ordered = false;
 }
 
 bool wasHandedOut(const MovePicker& picker, Move move) {
@@ -257,6 +255,7 @@ Move nextMove(MovePicker& picker) {
         picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
         picker.batchCount = 0;
         picker.batchNext = 0;
+        picker.ordered = false;
         picker.holdsBack = picker.stage == captures || picker.stage == evasions || picker.stage == quietChecks;
         const auto offerAhead = [&](Move& move, Move& slot) {
             if (!singleMoveAccepted(picker, move)) return false;

@@ -68,8 +68,8 @@ struct MovePicker {
     int handedOutCount = 0;
     // Left uninitialised up to their counts.
     RankedMove storage[maxMoves + batchStep];
-    RankedMove deferred[maxMoves];
-    Move handedOut[maxMoves]; // every move returned so far, in order
+    RankedMove deferred[maxMoves]; // moves without score and place
+    Move handedOut[maxMoves];      // every move returned so far, in order
 };
 
 // The next move, or 0 when all stages are used up.

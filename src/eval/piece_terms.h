@@ -140,10 +140,10 @@ template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& conte
 // Whether the exchange on the square beside the enemy king that the queen checks from loses it.
 template <Colour us> bool queenIsLost(const Evaluation& e, Square from, Square to) {
     const Bitboard(&own)[boardsPerColour] = e.attacks[us];
-    const Bitboard sliders = own[bishop] | own[rook];
-    const Bitboard held = own[pawn] | own[knight] | own[king] | sliders;
-    // Nobody else guards the square, or looks at the queen, through whose square it could: the king takes it.
-    const bool alone = (held & bit(to)) == 0 && (sliders & bit(from)) == 0 && !moreThanOne(e.position.of(us, queen));
+    const Bitboard lines = (rookLines[to] & e.position.of(us, rook)) | (bishopLines[to] & e.position.of(us, bishop));
+    // Nobody else guards the square, nor could once the exchange has cleared a line: the king takes the queen.
+    const bool alone =
+        ((own[pawn] | own[knight] | own[king]) & bit(to)) == 0 && lines == 0 && !moreThanOne(e.position.of(us, queen));
     if (alone && (e.position.of(opponent(us), queen) & bit(to)) == 0) return true;
     return !seeAtLeast(e.position, encodeMove(from, to), 0, us ^ e.position.sideToMove());
 }

@@ -11,8 +11,9 @@ namespace helvan {
 
 inline constexpr int fullScale = 1000; // per mille
 
-// value / divisor, rounded half away from zero. The divisor is even and positive.
+// value / divisor, rounded half away from zero.
 template <int divisor> constexpr std::int64_t roundedQuotient(std::int64_t value) {
+    static_assert(divisor > 0 && divisor % 2 == 0);
     return (value + (value < 0 ? -divisor : divisor) / 2) / divisor;
 }
 

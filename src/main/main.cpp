@@ -39,7 +39,10 @@ void endWithoutMemory() {
     std::fprintf(stderr, "Helvan version %s\n", versionText);
     if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
     pollInput = pollCommand;
-    if (!startReader()) endWithoutMemory();
+    if (!startReader()) {
+        std::fprintf(stderr, "No thread to read the input\n");
+        endProcess(1);
+    }
     for (;;) {
         pollCommand();
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -20,8 +20,8 @@ void freeZeroed(void* block, std::size_t bytes);
 // file opened later would take its place, and be read as commands. To be called before any file is opened.
 void claimStandardStreams();
 
-// Makes the standard streams binary, unbuffered and blocking, and a write to a front end that has died the end of the
-// process, whatever the process was started with. What cannot be written elsewhere is lost, no more.
+// Makes the standard streams binary and unbuffered, input and output blocking, and a write to a front end that has died
+// the end of the process, whatever the process was started with. What cannot be written elsewhere is lost, no more.
 void prepareStreams();
 
 // False once standard output leads nowhere for good, so that nobody can hear the engine any more. A full disk may have

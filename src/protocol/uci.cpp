@@ -28,9 +28,9 @@ void printIdentification() {
     std::fflush(stdout);
 }
 
-// Whoever asks will wait: the moment for what takes its time.
+// Whoever asks an idle engine will wait: the moment for what takes its time.
 void printReady() {
-    transpositionTable.claimPages();
+    if (!isSearching()) transpositionTable.claimPages();
     std::printf("readyok\n");
     std::fflush(stdout);
 }

@@ -73,6 +73,8 @@ void waitWhilePondering() {
     }
 }
 
+bool isSearching() { return runningSearches > 0; }
+
 void stopAllSearches() {
     nodeCounter.stopSearch = 1;
     allStopped = true;

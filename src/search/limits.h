@@ -36,7 +36,8 @@ inline SearchState searchState;
 inline int hardLimitPercent = 500;
 
 // Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go on
-// for ever, so it may be after this many nodes, a tenth of a second or less; nothing that happens in games comes near.
+// for ever, so it may be after this many nodes, a tenth of a second or less. Hardly a position from a game needs
+// a hundredth of them.
 inline std::uint64_t uninterruptedNodes = 100'000;
 
 // Handles one waiting command; null where nobody listens (batch modes, tests).
@@ -66,9 +67,11 @@ void resetCheckCounter();
 // handles a waiting command and tests node limit and clock.
 bool searchMustStop();
 
-// Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped. What
-// follows a "stop" is for after the answer.
+// Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped, by
+// whatever: what comes after a "stop" is to be carried out after the answer.
 void waitWhilePondering();
+
+bool isSearching();
 
 // Marks the running search and every one that it interrupted as stopped: the command "stop".
 void stopAllSearches();

@@ -112,6 +112,7 @@ int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int pl
     if (ply >= maxPly) return evaluate(position);
     QuiescenceNode node{position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
 
+    // Before the table is looked into: its entry is on the way.
     const int ownEval = position.inCheck == 0 ? evaluateNode(position) : 0;
     TableHit hit;
     if (quiescenceDepth >= deepestProbe) {

@@ -31,7 +31,7 @@ inline constexpr ReductionTable lmrTable = doublingSteps(3, {0, 2, 4, 6, 8, 10})
 inline constexpr ReductionTable pvTable = doublingSteps(5, {0, 2, 3, 4, 5, 6});
 
 // Half-plies by which the search of a move is shortened, at zero-window and at principal-variation nodes. depth in
-// half-plies, move number from 1; both may be as large as they like.
+// half-plies, move number from 1; as large as they like.
 constexpr int lmrReduction(int depth, int moveNumber) {
     return depth < leastReducedDepth ? 0 : lmrTable[minimum(moveNumber, reductionColumns - 1)];
 }

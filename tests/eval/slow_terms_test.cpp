@@ -205,26 +205,38 @@ private:
     int queenUnits = 0;
 };
 
+void compareTerms(const Position& position) {
+    const EvalExplanation explanation = explainEvaluation(position);
+    if (explanation.special) return;
+    Rows rows[2] = {noRows, noRows};
+    for (const Colour us : {white, black}) SlowTerms(position, us, rows);
+    std::size_t compared = 0;
+    for (const EvalExplanation::Term& term : explanation.terms) {
+        if (noRows.count(term.name) == 0) continue;
+        ++compared;
+        for (const Colour us : {white, black}) {
+            const PackedScore credit = us == white ? term.white : term.black;
+            ASSERT_EQ(credit.opening(), rows[us][term.name].opening) << term.name << " for " << us;
+            ASSERT_EQ(credit.endgame(), rows[us][term.name].endgame) << term.name << " for " << us;
+        }
+    }
+    ASSERT_EQ(compared, noRows.size());
+}
+
 } // namespace
 
 TEST(SlowTerms, AgreeWithTheEvaluation) {
-    forRandomPositions(6000, 24, [](const Position& position, Random&) {
-        const EvalExplanation explanation = explainEvaluation(position);
-        if (explanation.special) return;
-        Rows rows[2] = {noRows, noRows};
-        for (const Colour us : {white, black}) SlowTerms(position, us, rows);
-        std::size_t compared = 0;
-        for (const EvalExplanation::Term& term : explanation.terms) {
-            if (noRows.count(term.name) == 0) continue;
-            ++compared;
-            for (const Colour us : {white, black}) {
-                const PackedScore credit = us == white ? term.white : term.black;
-                ASSERT_EQ(credit.opening(), rows[us][term.name].opening) << term.name << " for " << us;
-                ASSERT_EQ(credit.endgame(), rows[us][term.name].endgame) << term.name << " for " << us;
-            }
-        }
-        ASSERT_EQ(compared, noRows.size());
-    });
+    forRandomPositions(6000, 24, [](const Position& position, Random&) { compareTerms(position); });
+}
+
+// Queens that check beside the king, guarded only by what an exchange uncovers.
+TEST(SlowTerms, AgreeWhereGuardsAreHidden) {
+    for (const char* fen : {"Q5rk/8/8/6r1/8/8/6R1/K5R1 w - -", "Q5rk/5p1p/5p1p/6r1/8/5P1P/PP4R1/K5R1 w - -",
+                            "3b1q2/1R1PP1R1/3p3K/kp2r1Q1/2P1b1rP/5P2/p2p2pn/5B2 b - -",
+                            "6k1/1n3b1q/4P2R/1P1PQr1R/1K1p1rb1/2P3p1/1B4P1/2nN4 w - -"}) {
+        SCOPED_TRACE(fen);
+        compareTerms(positionOf(fen));
+    }
 }
 
 } // namespace helvan::testing
