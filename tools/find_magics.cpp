@@ -104,7 +104,7 @@ public:
 
     // 0 if it sends blockers with different attacks to one index.
     double costOf(std::uint64_t multiplier) {
-        if (++epoch == 1u << 20) {
+        if (++epoch == 1U << 20) {
             table.fill(0);
             runs.fill(0);
             epoch = 1;

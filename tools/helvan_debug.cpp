@@ -98,7 +98,7 @@ int showEvaluationOf(const Arguments& arguments) {
     return 0;
 }
 
-int benchEval(const Arguments&) {
+int benchEval(const Arguments& /*none*/) {
     benchEvaluation();
     return 0;
 }

@@ -22,7 +22,7 @@ namespace {
 
 // Who watches the terms come in: nobody, or an explanation. Inlined away where it is nobody.
 struct NobodyWatches {
-    void operator()(const char*, const Evaluation&) const {}
+    void operator()(const char* /*term*/, const Evaluation& /*soFar*/) const {}
 };
 
 struct TermWatcher {

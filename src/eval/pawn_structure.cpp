@@ -113,7 +113,7 @@ PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
     int passedCount = 0;
     for (Bitboard pawns = side.own; pawns != 0;) {
         const Square square = popLowestBit(pawns);
-        files |= 1u << fileOf(square);
+        files |= 1U << fileOf(square);
         score += weaknesses(side, square) + support(side, square);
         if (isPassed(side, square)) {
             score += kingProximity(side, square);

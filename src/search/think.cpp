@@ -59,7 +59,7 @@ void copyAncestors(Iterations& search) {
     for (int plies = search.root.fifty; plies > 0 && ancestor != nullptr; --plies, ancestor = ancestor->prev) {
         ancestors.push_back(*ancestor);
     }
-    search.root.prev = ancestors.empty() ? nullptr : &ancestors[0];
+    search.root.prev = ancestors.empty() ? nullptr : ancestors.data();
     for (std::size_t i = 0; i < ancestors.size(); ++i) {
         ancestors[i].prev = i + 1 < ancestors.size() ? &ancestors[i + 1] : nullptr;
     }
