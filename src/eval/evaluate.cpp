@@ -105,7 +105,7 @@ template <Colour us> void evaluateThreats(Evaluation& e) {
     const Bitboard loose =
         ~defended & ((own[bishop] & ~position.of(them, bishop)) | (own[queen] & ~position.of(them, queen)) | own[king] |
                      own[knight] | (own[rook] & ~position.of(them, rook)));
-    e.credit[us] += evalTables.threatTable[popCount(enemies & (byLess | loose))];
+    e.credit[us] += evalParameters.threatTable[popCount(enemies & (byLess | loose))];
 }
 
 // How pieces and pawns stand to one another.
@@ -115,19 +115,19 @@ template <Colour us> void evaluatePawnRelations(Evaluation& e) {
     const Bitboard outOfReach = ~pawnAttackSpan(them, position.of(them, pawn));
     const Bitboard beforeEnemyPawns = pawnSteps(them, position.of(them, pawn));
     const Bitboard minors = position.of(us, knight) | position.of(us, bishop);
-    PackedScore score = evalTables.outpostTable[popCount((minors | position.of(us, rook)) & outOfReach)];
-    score += evalTables.knightBlockadeTable[popCount(position.of(us, knight) & beforeEnemyPawns & outOfReach)];
+    PackedScore score = evalParameters.outpostTable[popCount((minors | position.of(us, rook)) & outOfReach)];
+    score += evalParameters.knightBlockadeTable[popCount(position.of(us, knight) & beforeEnemyPawns & outOfReach)];
 
     const Bitboard blocked = position.of(them, pawn) & pawnSteps(us, e.occupied);
-    score += evalTables.blockedPawnTable[popCount(blocked)];
+    score += evalParameters.blockedPawnTable[popCount(blocked)];
     // The pawns that the enemy would open its game with: away from its king.
     const Bitboard leftCentre = bit(b7) | bit(c7) | bit(d7) | bit(e7);
     const Bitboard rightCentre = bit(d7) | bit(e7) | bit(f7) | bit(g7);
     const Bitboard centre = fileOf(e.kingSquare[them]) >= fileOf(e1) ? leftCentre : rightCentre;
     const Bitboard home = us == white ? centre : centre >> 40;
-    score += evalTables.blockedCentrePawnTable[popCount(blocked & home)];
+    score += evalParameters.blockedCentrePawnTable[popCount(blocked & home)];
 
-    score += evalTables.pieceBehindPawnTable[popCount(minors & pawnSteps(them, position.of(us, pawn)))];
+    score += evalParameters.pieceBehindPawnTable[popCount(minors & pawnSteps(them, position.of(us, pawn)))];
     if ((position.of(us, bishop) & pawnSteps(us, position.of(us, king))) != 0) {
         score += evalParameters.bishopBeforeKing;
     }

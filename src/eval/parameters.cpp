@@ -102,25 +102,50 @@ EvalParameters evalParameters = {
     .pawnIsland = S( -30,  -60),
     .manyPassed = S(  30,   90),
 
-    .knightKingDistance = S(  33,   23),
-    .knightPawns = S(  16,    0),
-    .rookPawns = S( -36,  -17),
-    .bishopOwnColourPawns = S( -22,  -76),
-    .bishopOtherColourPawns = S(   8,  -32),
-    .threat = S( 175,  287),
-    .knightBlockade = S(  37,   77),
-    .outpost = S(  26,  104),
-    .blockedPawn = S(  38,   58),
-    .blockedCentrePawn = S(  50,   47),
-    .pieceBehindPawn = S(  43,   32),
-    .passedBase = S( 638, 1353),
-    .passedSupport = S( 389,   85),
-    .passedFreeSafe = S(1051, 2464),
-    .passedFree = S( 323, 1311),
-    .passedAttackedDefended = S( 470, 1158),
-    .passedAttacked = S( 305,   30),
-    .passedUnblocked = S( -70,   -4),
-    .candidate = S(  85,  441),
+    // By distance, 0 to 7.
+    .knightKingDistanceTable = {
+         S( 132,   92), S(  99,   69), S(  66,   46), S(  33,   23), S(   0,    0), S( -33,  -23), S( -66,  -46), S( -99,  -69)},
+
+    // By count, 0 to 8.
+    .knightPawnsTable = {
+         S( -80,    0), S( -64,    0), S( -48,    0), S( -32,    0), S( -16,    0), S(   0,    0), S(  16,    0), S(  32,    0), S(  48,    0)},
+    .rookPawnsTable = {
+         S( 180,   85), S( 144,   68), S( 108,   51), S(  72,   34), S(  36,   17), S(   0,    0), S( -36,  -17), S( -72,  -34), S(-108,  -51)},
+    .bishopOwnColourPawnsTable = {
+         S(  66,  228), S(  44,  152), S(  22,   76), S(   0,    0), S( -22,  -76), S( -44, -152), S( -66, -228), S( -88, -304), S(-110, -380)},
+    .bishopOtherColourPawnsTable = {
+         S( -24,   96), S( -16,   64), S(  -8,   32), S(   0,    0), S(   8,  -32), S(  16,  -64), S(  24,  -96), S(  32, -128), S(  40, -160)},
+    .threatTable = {
+         S(   0,    0), S( 175,  287), S( 437,  717), S( 700, 1148), S( 962, 1578), S(1225, 2009), S(1487, 2439), S(1750, 2870), S(2012, 3300)},
+    .knightBlockadeTable = {
+         S(   0,    0), S(  37,   77), S(  74,  154), S( 111,  231), S( 148,  308), S( 185,  385), S( 222,  462), S( 259,  539), S( 296,  616)},
+    .outpostTable = {
+         S(   0,    0), S(  26,  104), S(  52,  208), S(  78,  312), S( 104,  416), S( 130,  520), S( 156,  624), S( 182,  728), S( 208,  832)},
+    .blockedPawnTable = {
+         S(   0,    0), S(  38,   58), S(  76,  116), S( 114,  174), S( 152,  232), S( 190,  290), S( 228,  348), S( 266,  406), S( 304,  464)},
+    .blockedCentrePawnTable = {
+         S(   0,    0), S(  50,   47), S( 100,   94), S( 150,  141), S( 200,  188), S( 250,  235), S( 300,  282), S( 350,  329), S( 400,  376)},
+    .pieceBehindPawnTable = {
+         S(   0,    0), S(  43,   32), S(  86,   64), S( 129,   96), S( 172,  128), S( 215,  160), S( 258,  192), S( 301,  224), S( 344,  256)},
+
+    // From the second to the seventh rank; 0 where the term is not asked for.
+    .passedBaseTable = {
+         S(   0,    0), S(  31,   67), S(  95,  202), S( 223,  473), S( 414,  879), S( 638, 1353)},
+    .passedSupportTable = {
+         S(   0,    0), S(   0,    0), S(  58,   12), S( 136,   29), S( 252,   55), S( 389,   85)},
+    .passedFreeSafeTable = {
+         S(   0,    0), S(   0,    0), S( 157,  369), S( 367,  862), S( 683, 1601), S(1051, 2464)},
+    .passedFreeTable = {
+         S(   0,    0), S(   0,    0), S(  48,  196), S( 113,  458), S( 209,  852), S( 323, 1311)},
+    .passedAttackedDefendedTable = {
+         S(   0,    0), S(   0,    0), S(  70,  173), S( 164,  405), S( 305,  752), S( 470, 1158)},
+    .passedAttackedTable = {
+         S(   0,    0), S(   0,    0), S(  45,    4), S( 106,   10), S( 198,   19), S( 305,   30)},
+    .passedUnblockedTable = {
+         S(   0,    0), S(   0,    0), S( -10,    0), S( -24,   -1), S( -45,   -2), S( -70,   -4)},
+    .candidateTable = {
+         S(   0,    0), S(   4,   22), S(  12,   66), S(  29,  154), S(  55,  286), S(   0,    0)},
+
     .doubledPawn = S(-154, -289),
     .isolatedPawn = S( -10,   40),
     .isolatedHalfOpen = S( -89,  -20),
@@ -196,64 +221,68 @@ const int passedEnemyKingDistance[6][9] = {
 
 namespace {
 
+constexpr IndexRange known = {0, 0};           // nothing to estimate
+constexpr IndexRange countsAboveNone = {1, 9}; // what is not there is worth nothing
+constexpr IndexRange farPassed = {2, 6};       // from the fourth rank
+
 constexpr ParameterRow rows[] = {
-    {"material", evalParameters.material.data(), 8, true},
-    {"pawnSquares", evalParameters.squares[pawn].data(), 64, false},
-    {"knightSquares", evalParameters.squares[knight].data(), 64, false},
-    {"bishopSquares", evalParameters.squares[bishop].data(), 64, false},
-    {"rookSquares", evalParameters.squares[rook].data(), 64, false},
-    {"queenSquares", evalParameters.squares[queen].data(), 64, false},
-    {"kingSquares", evalParameters.squares[king].data(), 64, false},
-    {"kingSideRight", &evalParameters.kingSideRight, 1, true},
-    {"queenSideRight", &evalParameters.queenSideRight, 1, true},
-    {"trappedRook", &evalParameters.trappedRook, 1, true},
-    {"knightInBishopsAim", &evalParameters.knightInBishopsAim, 1, true},
-    {"bishopFacingPawn", &evalParameters.bishopFacingPawn, 1, true},
-    {"bishopPair", &evalParameters.bishopPair, 1, true},
-    {"rooksOnLine", &evalParameters.rooksOnLine, 1, true},
-    {"rookOnSeventh", &evalParameters.rookOnSeventh, 1, true},
-    {"rookOpenFile", &evalParameters.rookOpenFile, 1, true},
-    {"rookHalfOpenWeak", &evalParameters.rookHalfOpenWeak, 1, true},
-    {"rookHalfOpen", &evalParameters.rookHalfOpen, 1, true},
-    {"secondRook", &evalParameters.secondRook, 1, true},
-    {"rookAndQueen", &evalParameters.rookAndQueen, 1, true},
-    {"bishopBeforeKing", &evalParameters.bishopBeforeKing, 1, true},
-    {"pieceLead", &evalParameters.pieceLead, 1, true},
-    {"kingAtPromotion", &evalParameters.kingAtPromotion, 1, true},
-    {"rookBehindPassed", &evalParameters.rookBehindPassed, 1, true},
-    {"tempo", &evalParameters.tempo, 1, true},
-    {"pawnIsland", &evalParameters.pawnIsland, 1, true},
-    {"manyPassed", &evalParameters.manyPassed, 1, true},
-    {"knightKingDistance", &evalParameters.knightKingDistance, 1, false},
-    {"knightPawns", &evalParameters.knightPawns, 1, false},
-    {"rookPawns", &evalParameters.rookPawns, 1, false},
-    {"bishopOwnColourPawns", &evalParameters.bishopOwnColourPawns, 1, false},
-    {"bishopOtherColourPawns", &evalParameters.bishopOtherColourPawns, 1, false},
-    {"threat", &evalParameters.threat, 1, false},
-    {"knightBlockade", &evalParameters.knightBlockade, 1, false},
-    {"outpost", &evalParameters.outpost, 1, false},
-    {"blockedPawn", &evalParameters.blockedPawn, 1, false},
-    {"blockedCentrePawn", &evalParameters.blockedCentrePawn, 1, false},
-    {"pieceBehindPawn", &evalParameters.pieceBehindPawn, 1, false},
-    {"passedBase", &evalParameters.passedBase, 1, false},
-    {"passedSupport", &evalParameters.passedSupport, 1, false},
-    {"passedFreeSafe", &evalParameters.passedFreeSafe, 1, false},
-    {"passedFree", &evalParameters.passedFree, 1, false},
-    {"passedAttackedDefended", &evalParameters.passedAttackedDefended, 1, false},
-    {"passedAttacked", &evalParameters.passedAttacked, 1, false},
-    {"passedUnblocked", &evalParameters.passedUnblocked, 1, false},
-    {"candidate", &evalParameters.candidate, 1, false},
-    {"doubledPawn", &evalParameters.doubledPawn, 1, false},
-    {"isolatedPawn", &evalParameters.isolatedPawn, 1, false},
-    {"isolatedHalfOpen", &evalParameters.isolatedHalfOpen, 1, false},
-    {"backwardPawn", &evalParameters.backwardPawn, 1, false},
-    {"backwardHalfOpen", &evalParameters.backwardHalfOpen, 1, false},
-    {"passedOwnKing", &evalParameters.passedOwnKing, 1, false},
-    {"passedEnemyKing", &evalParameters.passedEnemyKing, 1, false},
-    {"connectedPawn", evalParameters.connectedPawn.data(), 8, false},
-    {"phalanxPawn", evalParameters.phalanxPawn.data(), 8, false},
-    {"shelter", evalParameters.shelter.data(), 8, false},
-    {"storm", evalParameters.storm.data(), 8, false},
+    {"material", evalParameters.material.data(), 8, known},
+    {"pawnSquares", evalParameters.squares[pawn].data(), 64, {8, 56}},
+    {"knightSquares", evalParameters.squares[knight].data(), 64, {0, 64}},
+    {"bishopSquares", evalParameters.squares[bishop].data(), 64, {0, 64}},
+    {"rookSquares", evalParameters.squares[rook].data(), 64, {0, 64}},
+    {"queenSquares", evalParameters.squares[queen].data(), 64, {0, 64}},
+    {"kingSquares", evalParameters.squares[king].data(), 64, {0, 64}},
+    {"kingSideRight", &evalParameters.kingSideRight, 1, known},
+    {"queenSideRight", &evalParameters.queenSideRight, 1, known},
+    {"trappedRook", &evalParameters.trappedRook, 1, known},
+    {"knightInBishopsAim", &evalParameters.knightInBishopsAim, 1, known},
+    {"bishopFacingPawn", &evalParameters.bishopFacingPawn, 1, known},
+    {"bishopPair", &evalParameters.bishopPair, 1, known},
+    {"rooksOnLine", &evalParameters.rooksOnLine, 1, known},
+    {"rookOnSeventh", &evalParameters.rookOnSeventh, 1, known},
+    {"rookOpenFile", &evalParameters.rookOpenFile, 1, known},
+    {"rookHalfOpenWeak", &evalParameters.rookHalfOpenWeak, 1, known},
+    {"rookHalfOpen", &evalParameters.rookHalfOpen, 1, known},
+    {"secondRook", &evalParameters.secondRook, 1, known},
+    {"rookAndQueen", &evalParameters.rookAndQueen, 1, known},
+    {"bishopBeforeKing", &evalParameters.bishopBeforeKing, 1, known},
+    {"pieceLead", &evalParameters.pieceLead, 1, known},
+    {"kingAtPromotion", &evalParameters.kingAtPromotion, 1, known},
+    {"rookBehindPassed", &evalParameters.rookBehindPassed, 1, known},
+    {"tempo", &evalParameters.tempo, 1, known},
+    {"pawnIsland", &evalParameters.pawnIsland, 1, known},
+    {"manyPassed", &evalParameters.manyPassed, 1, known},
+    {"knightKingDistanceTable", evalParameters.knightKingDistanceTable.data(), 8, {0, 8}},
+    {"knightPawnsTable", evalParameters.knightPawnsTable.entries.data(), 9, {0, 9}},
+    {"rookPawnsTable", evalParameters.rookPawnsTable.entries.data(), 9, {0, 9}},
+    {"bishopOwnColourPawnsTable", evalParameters.bishopOwnColourPawnsTable.entries.data(), 9, {0, 9}},
+    {"bishopOtherColourPawnsTable", evalParameters.bishopOtherColourPawnsTable.entries.data(), 9, {0, 9}},
+    {"threatTable", evalParameters.threatTable.entries.data(), 9, countsAboveNone},
+    {"knightBlockadeTable", evalParameters.knightBlockadeTable.entries.data(), 9, countsAboveNone},
+    {"outpostTable", evalParameters.outpostTable.entries.data(), 9, countsAboveNone},
+    {"blockedPawnTable", evalParameters.blockedPawnTable.entries.data(), 9, countsAboveNone},
+    {"blockedCentrePawnTable", evalParameters.blockedCentrePawnTable.entries.data(), 9, countsAboveNone},
+    {"pieceBehindPawnTable", evalParameters.pieceBehindPawnTable.entries.data(), 9, countsAboveNone},
+    {"passedBaseTable", evalParameters.passedBaseTable.data(), 6, {0, 6}},
+    {"passedSupportTable", evalParameters.passedSupportTable.data(), 6, farPassed},
+    {"passedFreeSafeTable", evalParameters.passedFreeSafeTable.data(), 6, farPassed},
+    {"passedFreeTable", evalParameters.passedFreeTable.data(), 6, farPassed},
+    {"passedAttackedDefendedTable", evalParameters.passedAttackedDefendedTable.data(), 6, farPassed},
+    {"passedAttackedTable", evalParameters.passedAttackedTable.data(), 6, farPassed},
+    {"passedUnblockedTable", evalParameters.passedUnblockedTable.data(), 6, farPassed},
+    {"candidateTable", evalParameters.candidateTable.data(), 6, {0, 5}},
+    {"doubledPawn", &evalParameters.doubledPawn, 1, {0, 1}},
+    {"isolatedPawn", &evalParameters.isolatedPawn, 1, {0, 1}},
+    {"isolatedHalfOpen", &evalParameters.isolatedHalfOpen, 1, {0, 1}},
+    {"backwardPawn", &evalParameters.backwardPawn, 1, {0, 1}},
+    {"backwardHalfOpen", &evalParameters.backwardHalfOpen, 1, {0, 1}},
+    {"passedOwnKing", &evalParameters.passedOwnKing, 1, {0, 1}},
+    {"passedEnemyKing", &evalParameters.passedEnemyKing, 1, {0, 1}},
+    {"connectedPawn", evalParameters.connectedPawn.data(), 8, {2, 7}},
+    {"phalanxPawn", evalParameters.phalanxPawn.data(), 8, {1, 7}},
+    {"shelter", evalParameters.shelter.data(), 8, {1, 7}},
+    {"storm", evalParameters.storm.data(), 8, {1, 7}},
 };
 
 } // namespace

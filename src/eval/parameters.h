@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What the evaluation knows, as data: (opening, endgame) pairs in thousandths of a pawn, from the view of the side
-// that they are credited to. The evaluation reads some directly and some through the tables that eval/tables builds:
+// that they are credited to. The evaluation reads most directly and some through the tables that eval/tables builds:
 // whoever changes a value has everything built anew (rebuildTables).
 #pragma once
 
@@ -9,11 +9,15 @@
 #include <span>
 
 #include "board/packed_score.h"
+#include "eval/clamped_table.h"
 
 namespace helvan {
 
 using SquareValues = std::array<PackedScore, 64>; // as printed: a8 first, h1 last, for a white piece
 using RankValues = std::array<PackedScore, 8>;    // by relative rank: 0 is the side's own first rank
+using PassedValues = std::array<PackedScore, 6>;  // by a passed pawn's relative rank - 2
+using DistanceValues = std::array<PackedScore, 8>;
+using CountValues = ClampedTable<PackedScore, 9>;
 
 struct EvalParameters {
     std::array<PackedScore, 8> material; // by piece type
@@ -40,26 +44,26 @@ struct EvalParameters {
     PackedScore pawnIsland; // for each group of files with pawns but the first
     PackedScore manyPassed; // two passed pawns or more
 
-    // Each of these is a step or a peak; a table multiplies it by a fixed shape.
-    PackedScore knightKingDistance;     // a king's step nearer to the own king
-    PackedScore knightPawns;            // a knight, for each own pawn above five
-    PackedScore rookPawns;              // a rook, for each own pawn above five
-    PackedScore bishopOwnColourPawns;   // for each own pawn on its colour above three
-    PackedScore bishopOtherColourPawns; // for each own pawn on the other colour
-    PackedScore threat;                 // the first of several enemy pieces under threat
-    PackedScore knightBlockade;         // a knight before an enemy pawn, out of reach of any other
-    PackedScore outpost;                // a knight, bishop or rook out of reach of enemy pawns
-    PackedScore blockedPawn;            // an enemy pawn with any piece before it
-    PackedScore blockedCentrePawn;      // an enemy centre pawn at home with any piece before it
-    PackedScore pieceBehindPawn;        // a knight or bishop behind an own pawn
-    PackedScore passedBase;             // the following: a passed pawn on its seventh rank
-    PackedScore passedSupport;          // with an own pawn beside or behind it
-    PackedScore passedFreeSafe;         // whose path is not attacked and wholly defended
-    PackedScore passedFree;             // whose path is not attacked
-    PackedScore passedAttackedDefended; // whose path is defended wherever it is attacked
-    PackedScore passedAttacked;
-    PackedScore passedUnblocked; // without an own piece on its path
-    PackedScore candidate;       // a pawn that its neighbours can help to pass, on its sixth rank
+    DistanceValues knightKingDistanceTable; // from the own king
+    // By the number of own pawns, on all squares or on those of one colour, for each piece.
+    CountValues knightPawnsTable;
+    CountValues rookPawnsTable;
+    CountValues bishopOwnColourPawnsTable;
+    CountValues bishopOtherColourPawnsTable;
+    CountValues threatTable;            // enemy pieces under threat
+    CountValues knightBlockadeTable;    // knights before enemy pawns, out of reach of any other
+    CountValues outpostTable;           // knights, bishops and rooks out of reach of enemy pawns
+    CountValues blockedPawnTable;       // enemy pawns with any piece before them
+    CountValues blockedCentrePawnTable; // enemy centre pawns at home with any piece before them
+    CountValues pieceBehindPawnTable;   // knights and bishops behind own pawns
+    PassedValues passedBaseTable;
+    PassedValues passedSupportTable;          // with an own pawn beside or behind it
+    PassedValues passedFreeSafeTable;         // whose path is not attacked and wholly defended
+    PassedValues passedFreeTable;             // whose path is not attacked
+    PassedValues passedAttackedDefendedTable; // whose path is defended wherever it is attacked
+    PassedValues passedAttackedTable;
+    PassedValues passedUnblockedTable; // without an own piece on its path
+    PassedValues candidateTable;       // a pawn that its neighbours can help to pass
 
     PackedScore doubledPawn;
     PackedScore isolatedPawn;
@@ -76,24 +80,20 @@ struct EvalParameters {
 
 extern EvalParameters evalParameters;
 
+struct IndexRange {
+    int first;
+    int end; // the index behind the last
+};
+
 // The parameters by name, for programs that list or change them. Values in a row lie behind one another.
 struct ParameterRow {
     const char* name;
     PackedScore* values;
     int count;
-    bool fixed; // not to be tuned: known, not estimated
+    IndexRange open; // to be tuned; the others are known, or read by no term
 };
 
 std::span<const ParameterRow> parameterRows();
-
-// The shapes that turn a step or a peak into a table.
-inline constexpr int usualPawns = 5;          // of one side: where more pawns begin to count
-inline constexpr int usualPawnsOfAColour = 3; // on squares of one colour
-inline constexpr int usualKingDistance = 4;   // of a knight from its king
-// By the number of threats, in halves of the first: the second weighs more, since only one can be parried.
-inline constexpr int threatHalves[9] = {0, 2, 5, 8, 11, 14, 17, 20, 23};
-// From the second to the seventh rank, in parts of the value on the seventh: the last steps weigh most.
-inline constexpr int passedParts[6] = {0, 1, 3, 7, 13, 20};
 
 // What each piece counts in the comparison of material, by type: eighths are compared, and the low three bits tell an
 // odd number of bishops.

@@ -43,14 +43,15 @@ template <Colour us> void evaluatePath(Evaluation& e, Square square, int row) {
     const Bitboard attacked =
         pursuers != 0 ? path : path & (attacksWithoutKing<them>(e) | e.position.of(them, allPieces));
     const Bitboard supporters = squaresBeside(bit(square)) | pawnSteps(them, bit(square));
-    if ((supporters & e.position.of(us, pawn)) != 0) e.credit[us] += evalTables.passedSupportTable[row];
+    if ((supporters & e.position.of(us, pawn)) != 0) e.credit[us] += evalParameters.passedSupportTable[row];
     if (attacked == 0) {
-        e.credit[us] += (path & ~defended) == 0 ? evalTables.passedFreeSafeTable[row] : evalTables.passedFreeTable[row];
+        e.credit[us] +=
+            (path & ~defended) == 0 ? evalParameters.passedFreeSafeTable[row] : evalParameters.passedFreeTable[row];
     } else {
-        e.credit[us] += (attacked & ~defended) == 0 ? evalTables.passedAttackedDefendedTable[row]
-                                                    : evalTables.passedAttackedTable[row];
+        e.credit[us] += (attacked & ~defended) == 0 ? evalParameters.passedAttackedDefendedTable[row]
+                                                    : evalParameters.passedAttackedTable[row];
     }
-    if ((path & e.position.of(us, allPieces)) == 0) e.credit[us] += evalTables.passedUnblockedTable[row];
+    if ((path & e.position.of(us, allPieces)) == 0) e.credit[us] += evalParameters.passedUnblockedTable[row];
 }
 
 template <Colour us> void evaluatePassedPawns(Evaluation& e) {
@@ -58,7 +59,7 @@ template <Colour us> void evaluatePassedPawns(Evaluation& e) {
     for (int i = 0; i < longestPassedList && list[i] != 0; ++i) {
         const Square square = list[i];
         const int row = relativeRankOf(us, square) - 1; // 0 on the second rank, 5 on the seventh
-        e.credit[us] += evalTables.passedBaseTable[row];
+        e.credit[us] += evalParameters.passedBaseTable[row];
         if (row <= 1) continue;
         evaluatePassedKings<us>(e, square, row);
         if (row != 2) evaluateRooksBehind<us>(e, square); // deliberately not on the fourth rank

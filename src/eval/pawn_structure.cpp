@@ -121,7 +121,7 @@ PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
             ++passedCount;
         } else if (isCandidate(side, square)) {
             const int row = std::clamp(relativeRankOf(side.us, square) - 1, 0, 5);
-            score += evalTables.candidateTable[row];
+            score += evalParameters.candidateTable[row];
         }
     }
     if (passedCount >= 2) score += evalParameters.manyPassed;

@@ -59,9 +59,9 @@ template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& con
         const Square square = popLowestBit(knights);
         const Bitboard attacks = knightAttacks[square];
         const Bitboard safe = attacks & ~context.unsafeForMinors;
-        score += evalTables.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
+        score += evalParameters.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
         score += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
-        score += evalTables.knightPawnsTable[e.pawnCount[us]];
+        score += evalParameters.knightPawnsTable[e.pawnCount[us]];
         if ((attacks & context.enemyKingZone) != 0) units += knightZoneUnits;
         units += knightCheckUnits * popCount(attacks & checkSquares);
     }
@@ -90,8 +90,8 @@ template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& con
         const int sameColourPawns = popCount(ownPawns & ownColour);
         allAttacks |= attacks;
         score += bishopMobility[popCount(attacks & ~context.unsafeForMinors)];
-        score += evalTables.bishopOwnColourPawnsTable[sameColourPawns];
-        score += evalTables.bishopOtherColourPawnsTable[e.pawnCount[us] - sameColourPawns];
+        score += evalParameters.bishopOwnColourPawnsTable[sameColourPawns];
+        score += evalParameters.bishopOtherColourPawnsTable[e.pawnCount[us] - sameColourPawns];
         if (facesPawn<us>(e, square)) score += evalParameters.bishopFacingPawn;
         if ((attacks & context.enemyKingZone) != 0) units += bishopZoneUnits;
         units += bishopCheckUnits * popCount(attacks & checkSquares);
@@ -124,7 +124,7 @@ template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& conte
         const Bitboard attacks = rookAttacks(square, e.occupied);
         allAttacks |= attacks;
         score += rookMobility[popCount(attacks & ~context.unsafeForMajors)];
-        score += evalTables.rookPawnsTable[e.pawnCount[us]];
+        score += evalParameters.rookPawnsTable[e.pawnCount[us]];
         score += rookFileTerm<us>(e, square);
         if ((rookLines[square] & rooks & ~bit(square)) != 0) score += evalParameters.rooksOnLine;
         if (enemyKingAtHome && relativeRankOf(us, square) == 6) score += evalParameters.rookOnSeventh;

@@ -62,60 +62,11 @@ void fillByPhase() {
     }
 }
 
-// value x (count - reference).
-PackedTable9 linear(PackedScore value, int reference) {
-    PackedTable9 table;
-    for (int count = 0; count < 9; ++count) table.entries[count] = value * (count - reference);
-    return table;
-}
-
-PackedTable9 convexThreats(PackedScore value) {
-    PackedTable9 table;
-    for (int count = 0; count < 9; ++count) {
-        table.entries[count] =
-            packed(value.opening() * threatHalves[count] / 2, value.endgame() * threatHalves[count] / 2);
-    }
-    return table;
-}
-
-// From the second to the seventh rank.
-PassedTable convexRanks(PackedScore top) {
-    PassedTable table;
-    for (int rank = 0; rank < 6; ++rank) {
-        const int part = passedParts[rank];
-        table[rank] = packed(top.opening() * part / passedParts[5], top.endgame() * part / passedParts[5]);
-    }
-    return table;
-}
-
-void fillShapes() {
-    const EvalParameters& p = evalParameters;
-    EvalTables& t = evalTables;
-    for (int distance = 0; distance < 8; ++distance) {
-        t.knightKingDistanceTable[distance] = p.knightKingDistance * (usualKingDistance - distance);
-    }
-    t.knightPawnsTable = linear(p.knightPawns, usualPawns);
-    t.rookPawnsTable = linear(p.rookPawns, usualPawns);
-    t.bishopOwnColourPawnsTable = linear(p.bishopOwnColourPawns, usualPawnsOfAColour);
-    t.bishopOtherColourPawnsTable = linear(p.bishopOtherColourPawns, usualPawnsOfAColour);
-    t.threatTable = convexThreats(p.threat);
-    t.knightBlockadeTable = linear(p.knightBlockade, 0);
-    t.outpostTable = linear(p.outpost, 0);
-    t.blockedPawnTable = linear(p.blockedPawn, 0);
-    t.blockedCentrePawnTable = linear(p.blockedCentrePawn, 0);
-    t.pieceBehindPawnTable = linear(p.pieceBehindPawn, 0);
-    t.passedBaseTable = convexRanks(p.passedBase);
-    t.passedSupportTable = convexRanks(p.passedSupport);
-    t.passedFreeSafeTable = convexRanks(p.passedFreeSafe);
-    t.passedFreeTable = convexRanks(p.passedFree);
-    t.passedAttackedDefendedTable = convexRanks(p.passedAttackedDefended);
-    t.passedAttackedTable = convexRanks(p.passedAttacked);
-    t.passedUnblockedTable = convexRanks(p.passedUnblocked);
-    t.candidateTable = convexRanks(p.candidate);
+void fillKingDistances() {
     for (int rank = 0; rank < 6; ++rank) {
         for (int distance = 0; distance < 9; ++distance) {
-            t.passedOwnKingTable[rank][distance] = packed(0, passedOwnKingDistance[rank][distance]);
-            t.passedEnemyKingTable[rank][distance] = packed(0, passedEnemyKingDistance[rank][distance]);
+            evalTables.passedOwnKingTable[rank][distance] = packed(0, passedOwnKingDistance[rank][distance]);
+            evalTables.passedEnemyKingTable[rank][distance] = packed(0, passedEnemyKingDistance[rank][distance]);
         }
     }
 }
@@ -127,7 +78,7 @@ void initEvalTables() {
     fillKingSafety();
     fillPawnIslands();
     fillByPhase();
-    fillShapes();
+    fillKingDistances();
     clearPawnTable();
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The tables that the evaluation reads, built from its parameters, so that a shaped term costs one look-up and one
+// What the evaluation looks up in another form than its parameters have, so that a term costs one look-up and one
 // packed addition.
 #pragma once
 
@@ -9,45 +9,17 @@
 #include "board/packed_score.h"
 #include "board/piece_square.h"
 #include "board/types.h"
+#include "eval/clamped_table.h"
 
 namespace helvan {
 
 // The full-board phase: at it the opening values count alone, at 0 the endgame values.
 inline constexpr int fullPhase = 96;
 
-// An array that takes the last entry for every index beyond it: counts that no game reaches stay inside.
-template <typename Value, int size> struct ClampedTable {
-    std::array<Value, size> entries{};
-
-    const Value& operator[](int index) const { return entries[index < size ? index : size - 1]; }
-};
-
-using PackedTable9 = ClampedTable<PackedScore, 9>;
-using PassedTable = std::array<PackedScore, 6>; // by a passed pawn's relative rank - 2
-
 struct EvalTables {
     ClampedTable<PackedScore, 128> kingSafetyTable; // by attack units; flat beyond them
     std::array<PackedScore, 256> pawnIslandTable;   // by the set of files with pawns
     std::array<int, fullPhase + 1> tempoByPhase;    // thousandths of a pawn
-    std::array<PackedScore, 8> knightKingDistanceTable;
-    PackedTable9 knightPawnsTable;
-    PackedTable9 rookPawnsTable;
-    PackedTable9 bishopOwnColourPawnsTable;
-    PackedTable9 bishopOtherColourPawnsTable;
-    PackedTable9 threatTable;
-    PackedTable9 knightBlockadeTable;
-    PackedTable9 outpostTable;
-    PackedTable9 blockedPawnTable;
-    PackedTable9 blockedCentrePawnTable;
-    PackedTable9 pieceBehindPawnTable;
-    PassedTable passedBaseTable;
-    PassedTable passedSupportTable;
-    PassedTable passedFreeSafeTable;
-    PassedTable passedFreeTable;
-    PassedTable passedAttackedDefendedTable;
-    PassedTable passedAttackedTable;
-    PassedTable passedUnblockedTable;
-    PassedTable candidateTable;
     // A passed pawn's king distances, by relative rank - 2 and distance 0..8.
     std::array<std::array<PackedScore, 9>, 6> passedOwnKingTable;
     std::array<std::array<PackedScore, 9>, 6> passedEnemyKingTable;

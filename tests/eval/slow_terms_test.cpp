@@ -90,9 +90,9 @@ private:
     void knight(Square from) {
         const auto isSafeAhead = [&](Square to) { return isSafe('N', from, to) && rankOf(to) > rankOf(from); };
         Sum& row = rows["knights"];
-        row += p.knightKingDistance * (usualKingDistance - kingDistance(from, board.find('K')));
+        row += p.knightKingDistanceTable[kingDistance(from, board.find('K'))];
         row += knightMobility[safeSquares('N', from) + countSquares(isSafeAhead)];
-        row += p.knightPawns * (board.count('P') - usualPawns);
+        row += p.knightPawnsTable[board.count('P')];
         attackKing('N', from, knightZoneUnits, knightCheckUnits);
     }
 
@@ -103,8 +103,8 @@ private:
         const int sameColour = countSquares(isOnItsColour);
         Sum& row = rows["bishops"];
         row += bishopMobility[safeSquares('B', from)];
-        row += p.bishopOwnColourPawns * (sameColour - usualPawnsOfAColour);
-        row += p.bishopOtherColourPawns * (board.count('P') - sameColour - usualPawnsOfAColour);
+        row += p.bishopOwnColourPawnsTable[sameColour];
+        row += p.bishopOtherColourPawnsTable[board.count('P') - sameColour];
         if (from + 24 >= 32 && from + 24 < 64 && board[from + 24] == 'p') row += p.bishopFacingPawn;
         attackKing('B', from, bishopZoneUnits, bishopCheckUnits);
     }
@@ -112,7 +112,7 @@ private:
     void rook(Square from) {
         Sum& row = rows["rooks"];
         row += rookMobility[safeSquares('R', from)];
-        row += p.rookPawns * (board.count('P') - usualPawns);
+        row += p.rookPawnsTable[board.count('P')];
         bool onLine = false, ownPawn = false, enemyPawn = false, defended = false;
         for (Square square = 0; square < 64; ++square) {
             const bool sameFile = fileOf(square) == fileOf(from);
@@ -153,7 +153,7 @@ private:
         const int r = rankOf(square) - 1;
         const Square stop = square + 8, promotion = 56 + fileOf(square), ownKing = board.find('K');
         Sum &own = rows["passed pawns"], &enemy = enemyRows["passed pawns"];
-        own += evalTables.passedBaseTable[r];
+        own += p.passedBaseTable[r];
         if (r <= 1) return;
         own.endgame += passedOwnKingDistance[r][kingDistance(ownKing, stop)];
         own.endgame += passedEnemyKingDistance[r][kingDistance(enemyKing, stop)];
@@ -185,13 +185,13 @@ private:
         }
         const bool left = fileOf(square) > 0 && board[square - 1] == 'P';
         const bool right = fileOf(square) < 7 && board[square + 1] == 'P';
-        if (left || right || board[square - 8] == 'P') own += evalTables.passedSupportTable[r];
+        if (left || right || board[square - 8] == 'P') own += p.passedSupportTable[r];
         if (!attacked) {
-            own += defended ? evalTables.passedFreeSafeTable[r] : evalTables.passedFreeTable[r];
+            own += defended ? p.passedFreeSafeTable[r] : p.passedFreeTable[r];
         } else {
-            own += lost ? evalTables.passedAttackedTable[r] : evalTables.passedAttackedDefendedTable[r];
+            own += lost ? p.passedAttackedTable[r] : p.passedAttackedDefendedTable[r];
         }
-        if (!blocked) own += evalTables.passedUnblockedTable[r];
+        if (!blocked) own += p.passedUnblockedTable[r];
     }
 
     const EvalParameters& p = evalParameters;

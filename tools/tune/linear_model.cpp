@@ -18,9 +18,6 @@ namespace {
 constexpr double thousandthsPerPawn = 1000.0;
 constexpr double perMille = 1000.0;
 
-// All shaped tables divide by a divisor of it, so that raising a value by it moves every entry by a whole number.
-constexpr int raise = 20;
-
 constexpr int filesPerRank = 8;
 
 bool isBoard(const ParameterRow& row) { return row.count == 64; }
@@ -49,19 +46,16 @@ Column squareColumn(const TrainingSet& set, PieceType type, int index) {
     return column;
 }
 
-// Raises the value away from zero, so that an entry's truncation is the same before and after.
 Column probedColumn(const TrainingSet& set, const std::vector<PackedScore>& sums, PackedScore& value) {
     const PackedScore before = value;
-    const int step = before.endgame() < 0 ? -raise : raise;
-    value += packed(before.opening() < 0 ? -raise : raise, step);
+    value += packed(1, 1);
     initEvalTables();
     Column column;
     for (std::size_t i = 0; i < set.size(); ++i) {
         // The endgame lane tells for both: a value counts as often in the one as in the other.
         const int difference = evaluateUnblended(set.positions[i]).endgame() - sums[i].endgame();
         if (difference != 0) {
-            column.push_back(
-                {static_cast<std::uint32_t>(i), static_cast<float>(difference) / static_cast<float>(step)});
+            column.push_back({static_cast<std::uint32_t>(i), static_cast<float>(difference)});
         }
     }
     value = before;
@@ -152,8 +146,7 @@ PackedScore changed(PackedScore value, Change change) {
 std::vector<OpenValue> openValues() {
     std::vector<OpenValue> open;
     for (const ParameterRow& row : parameterRows()) {
-        if (row.fixed) continue;
-        for (int i = 0; i < row.count; ++i) {
+        for (int i = row.open.first; i < row.open.end; ++i) {
             if (!isBoard(row)) {
                 open.push_back({row.values + i, nullptr});
             } else if (i < acrossTheBoard(i)) {

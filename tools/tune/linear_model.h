@@ -2,7 +2,7 @@
 //
 // The evaluation as a function of its open values: linear, since king attack is fixed and a known ending's bonus a
 // constant, and then scaled for scarce material by one of two factors, depending on who is ahead. What this leaves
-// out, the choice of the better shelter and the rounding of shaped tables, small changes hardly move.
+// out, the choice of the better shelter, small changes hardly move.
 #pragma once
 
 #include <cstdint>

@@ -48,7 +48,8 @@ std::optional<std::string> withPresentParameters(const std::string& source, cons
         for (int i = 0; i < row.count; ++i) {
             const std::optional<WrittenPair> pair = nextPair(text, at);
             if (!pair || pair->value != before[index++]) return std::nullopt;
-            const std::string now = row.fixed ? text.substr(pair->begin, pair->length) : textOf(row.values[i]);
+            const bool open = i >= row.open.first && i < row.open.end;
+            const std::string now = open ? textOf(row.values[i]) : text.substr(pair->begin, pair->length);
             text.replace(pair->begin, pair->length, now);
             at = pair->begin + now.size();
         }
