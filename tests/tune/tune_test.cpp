@@ -114,6 +114,53 @@ TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreads) {
     EXPECT_EQ(found[0], found[1]);
 }
 
+TEST_F(Tuning, NeighboursAreOfOneRowAndNobodyIsAlone) {
+    const std::vector<OpenValue> open = openValues();
+    std::vector<int> count(open.size());
+    for (const auto& [first, second] : linearModelOf({}, open, false).neighbours) {
+        EXPECT_EQ(open[first].row, open[second].row);
+        ++count[first];
+        ++count[second];
+    }
+    for (std::size_t i = 0; i < open.size(); ++i) {
+        const int most = open[i].row->count == 64 ? 4 : 2; // on a board, in a row
+        EXPECT_LE(count[i], most) << open[i].row->name;
+        EXPECT_EQ(count[i] > 0, open[i].row->count > 1) << open[i].row->name;
+    }
+}
+
+// No position shows the second value and the third: the one moves with its neighbour, the other stays.
+TEST(Regression, AValueNeverSeenFollowsItsNeighbour) {
+    LinearModel model;
+    model.valueCount = 3;
+    model.neighbours = {{0, 1}};
+    RegressionTask task;
+    task.scale = 1.0;
+    for (std::uint32_t i = 0; i < 1000; ++i) {
+        model.begin.push_back(i);
+        model.variables.push_back(0);
+        model.coefficients.push_back(1.0f);
+        model.unchanged.push_back(0.0f);
+        model.openingShare.push_back(0.5f);
+        model.tempo.push_back(0.0f);
+        for (auto& scale : model.scale) scale.push_back(1.0f);
+        task.targets.push_back(0.7f);
+        (i % 10 == 0 ? task.validation : task.training).push_back(i);
+    }
+    model.begin.push_back(1000);
+    RegressionSettings settings;
+    settings.l2 = 1e-6;
+    settings.smoothness = 1e-5;
+    settings.batch = 100;
+    settings.rate = 0.05;
+    settings.showProgress = false;
+    const std::vector<Change> changes = fitChanges(model, task, settings).changes;
+    EXPECT_NEAR(changes[0].opening, std::log(0.7 / 0.3), 0.05);
+    EXPECT_GT(changes[1].opening, 0.8 * changes[0].opening);
+    EXPECT_GT(changes[1].endgame, 0.8 * changes[0].endgame);
+    EXPECT_EQ(changes[2].opening, 0.0);
+}
+
 TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
     TrainingSet set;
     EXPECT_TRUE(addLine(set, "8/p3r1p1/1pn1P1kp/2pp4/8/P3PR2/PB2K1PP/8 w - -|0.5|-78|7\n"));

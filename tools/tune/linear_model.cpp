@@ -136,6 +136,28 @@ void addConstants(LinearModel& model, const Position& position) {
     for (const Colour colour : {white, black}) model.scale[colour].push_back(scaleWithLead(position, colour));
 }
 
+// On boards of 64, as drawn, or in rows.
+bool areNeighbours(int a, int b, bool onBoard) {
+    if (!onBoard) return std::abs(a - b) == 1;
+    const int files = std::abs(a % filesPerRank - b % filesPerRank);
+    const int ranks = std::abs(a / filesPerRank - b / filesPerRank);
+    return files + ranks == 1;
+}
+
+std::vector<Neighbours> neighboursAmong(const std::vector<OpenValue>& open) {
+    std::vector<Neighbours> found;
+    for (std::size_t first = 0; first < open.size(); ++first) {
+        for (std::size_t second = first + 1; second < open.size() && open[second].row == open[first].row; ++second) {
+            const PackedScore* values = open[first].row->values;
+            const auto a = static_cast<int>(open[first].value - values),
+                       b = static_cast<int>(open[second].value - values);
+            if (!areNeighbours(a, b, isBoard(*open[first].row))) continue;
+            found.push_back({static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(second)});
+        }
+    }
+    return found;
+}
+
 PackedScore changed(PackedScore value, Change change) {
     return packed(value.opening() + std::lround(change.opening * thousandthsPerPawn),
                   value.endgame() + std::lround(change.endgame * thousandthsPerPawn));
@@ -148,9 +170,9 @@ std::vector<OpenValue> openValues() {
     for (const ParameterRow& row : parameterRows()) {
         for (int i = row.open.first; i < row.open.end; ++i) {
             if (!isBoard(row)) {
-                open.push_back({row.values + i, nullptr});
+                open.push_back({row.values + i, nullptr, &row});
             } else if (i < acrossTheBoard(i)) {
-                open.push_back({row.values + i, row.values + acrossTheBoard(i)});
+                open.push_back({row.values + i, row.values + acrossTheBoard(i), &row});
             }
         }
     }
@@ -170,6 +192,7 @@ void dropSpecialEndings(TrainingSet& set) {
 LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress) {
     LinearModel model;
     model.valueCount = open.size();
+    model.neighbours = neighboursAmong(open);
     for (const Position& position : set.positions) addConstants(model, position);
     transpose(model, columnsOf(set, open, showProgress), set.size());
     return model;

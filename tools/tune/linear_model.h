@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "board/packed_score.h"
+#include "eval/parameters.h"
 #include "tools/tune/training_set.h"
 
 namespace helvan {
@@ -16,12 +17,18 @@ namespace helvan {
 // A value of the evaluation that is to be estimated.
 struct OpenValue {
     PackedScore* value;
-    PackedScore*
-        twin; // the same square across the board, left for right, which is kept equal; null where there is none
+    PackedScore* twin;       // the same square across the board, kept equal; null where there is none
+    const ParameterRow* row; // that it is of
 };
 
 // In the order of parameterRows.
 std::vector<OpenValue> openValues();
+
+// Two open values that lie side by side in a row of parameters, or on squares that touch along an edge in a board.
+struct Neighbours {
+    std::uint16_t first; // indices of open values
+    std::uint16_t second;
+};
 
 // What is added to an open value, in pawns.
 struct Change {
@@ -32,6 +39,7 @@ struct Change {
 // The positions' coefficients as a sparse matrix, row by row: those of position i lie from begin[i] to begin[i + 1].
 struct LinearModel {
     std::size_t valueCount = 0; // of the open values
+    std::vector<Neighbours> neighbours;
     std::vector<std::uint32_t> begin;
     std::vector<std::uint16_t> variables; // indices of open values
     std::vector<float> coefficients;      // how often the value counts for white, less how often for black

@@ -110,6 +110,12 @@ void addGradient(const LinearModel& model, const RegressionTask& task, const std
     }
 }
 
+// Adds the slope of cost x change x change.
+void addCostSlope(double cost, Change change, Change& slope) {
+    slope.opening += 2.0 * cost * change.opening;
+    slope.endgame += 2.0 * cost * change.endgame;
+}
+
 // One lane of one value under Adam, with its usual constants.
 struct AdamLane {
     static constexpr double momentum = 0.9, memory = 0.999, tiny = 1e-8;
@@ -150,6 +156,19 @@ private:
         for (std::size_t i = order.size(); i > 1; --i) std::swap(order[i - 1], order[random() % i]);
     }
 
+    // Of what the changes cost by themselves, whatever the positions say.
+    Gradient costGradient() const {
+        Gradient slopes(changes.size());
+        for (std::size_t i = 0; i < changes.size(); ++i) addCostSlope(settings.l2, changes[i], slopes[i]);
+        for (const auto& [first, second] : model.neighbours) {
+            const Change apart = {changes[first].opening - changes[second].opening,
+                                  changes[first].endgame - changes[second].endgame};
+            addCostSlope(settings.smoothness, apart, slopes[first]);
+            addCostSlope(-settings.smoothness, apart, slopes[second]);
+        }
+        return slopes;
+    }
+
     void descend(Range batch) {
         forSlices(settings.threads, [&](std::size_t slice) {
             Gradient& gradient = slices[slice];
@@ -157,6 +176,7 @@ private:
             const Range range = sliceOf(batch, slice);
             for (std::size_t i = range.first; i < range.end; ++i) addGradient(model, task, changes, order[i], gradient);
         });
+        const Gradient costSlopes = costGradient();
         ++time;
         const double left = 1.0 - static_cast<double>(time) / static_cast<double>(settings.epochs * batches + 1);
         const double perPosition = 1.0 / static_cast<double>(batch.end - batch.first);
@@ -167,8 +187,8 @@ private:
                 sum.endgame += gradient[value].endgame;
             }
             Change& change = changes[value];
-            const double openingSlope = sum.opening * perPosition + 2.0 * settings.l2 * change.opening;
-            const double endgameSlope = sum.endgame * perPosition + 2.0 * settings.l2 * change.endgame;
+            const double openingSlope = sum.opening * perPosition + costSlopes[value].opening;
+            const double endgameSlope = sum.endgame * perPosition + costSlopes[value].endgame;
             change.opening += openingLanes[value].step(openingSlope, settings.rate * left, time);
             change.endgame += endgameLanes[value].step(endgameSlope, settings.rate * left, time);
         }

@@ -14,6 +14,7 @@ namespace helvan {
 struct RegressionSettings {
     double blend = 1.0;       // how much of the target is the search score, the rest being the game's result; 0..1
     double l2 = 2e-5;         // the loss that a pawn's change of one value costs by itself
+    double smoothness = 2e-5; // the loss that a pawn's difference between the changes of two neighbours costs
     double rate = 0.003;      // Adam's step in pawns at the start; it falls to zero in a straight line
     int epochs = 30;          // passes over the training positions at most
     int patience = 8;         // epochs without a better validation loss that end it

@@ -32,6 +32,7 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
         {"--parameters", &settings.parameters, "the source to rewrite; by default the one built from"},
         {"--blend", &r.blend, "how much of the target is the search score, 0..1"},
         {"--l2", &r.l2, "the cost of a pawn's change"},
+        {"--smoothness", &r.smoothness, "the cost of a pawn's difference between the changes of two neighbours"},
         {"--rate", &r.rate, "the first step, in pawns"},
         {"--epochs", &r.epochs, "passes over the data at most; 0 changes nothing"},
         {"--patience", &r.patience, "epochs without gain that end it"},
