@@ -57,8 +57,13 @@ bool takesItsLike(std::int32_t score) {
 // A pawn that promotes without capture goes between the captures of queens and those of rooks.
 constexpr std::int32_t queenPushScore = tacticalScore + queen * 8 - 1;
 
-std::int32_t historyScore(const MovePicker& picker, Move move, PieceType type) {
-    return picker.history == nullptr ? 0 : picker.history[type * 64 + moveTo(move)];
+std::int32_t quietScore(const QuietOrder& order, Move move, PieceType type) {
+    constexpr int sequelWeight = 4;
+    if (order.history == nullptr) return 0;
+    const int counter = type * 64 + moveTo(move);
+    std::int32_t score = order.history[counter];
+    if (order.replies != nullptr) score += sequelWeight * (order.replies[counter] + order.followUps[counter]);
+    return score;
 }
 
 void appendTactical(MovePicker& picker, Move move, PieceType type) {
@@ -97,14 +102,16 @@ void appendUnderPromotions(MovePicker& picker, Bitboard captureTargets, Bitboard
 void generateQuiets(MovePicker& picker) {
     const Position& position = picker.position;
     const Bitboard empty = ~position.occupied();
-    const auto add = [&](Move move, PieceType type) { append(picker, move, historyScore(picker, move, type)); };
+    const auto add = [&](Move move, PieceType type) {
+        append(picker, move, quietScore(picker.quietOrder, move, type));
+    };
     appendCastling(picker);
     generatePawnPushes(position, empty, add);
     generatePieces(position, empty, add);
     generateKing(position, empty, add);
     generateDoublePushes(position, empty, add);
     appendUnderPromotions(picker, position.of(opponent(position.sideToMove()), allPieces), empty);
-    picker.ordered = picker.history != nullptr;
+    picker.ordered = picker.quietOrder.history != nullptr;
 }
 
 // Steps to squares that the enemy does not attack once the king has left its own: a slider reaches through it.
@@ -117,7 +124,7 @@ void appendKingEvasions(MovePicker& picker, Bitboard enemies, Bitboard empty) {
         if ((enemies & bit(moveTo(move))) != 0) {
             appendTactical(picker, move, type);
         } else {
-            append(picker, move, historyScore(picker, move, type));
+            append(picker, move, quietScore(picker.quietOrder, move, type));
         }
     });
 }
@@ -129,7 +136,9 @@ void generateEvasions(MovePicker& picker) {
     const Bitboard empty = ~position.occupied();
     const Bitboard kings = position.of(us, king);
     const Bitboard checkers = checkersOf(position, us);
-    const auto addQuiet = [&](Move move, PieceType type) { append(picker, move, historyScore(picker, move, type)); };
+    const auto addQuiet = [&](Move move, PieceType type) {
+        append(picker, move, quietScore(picker.quietOrder, move, type));
+    };
     picker.ordered = true;
 
     Bitboard captureTargets = enemies;

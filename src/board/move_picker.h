@@ -40,13 +40,20 @@ using RankedMove = std::int64_t;
 // Batches are looked through in steps of so many: one or two instructions each, and few steps to foresee the end of.
 inline constexpr int batchStep = 4;
 
+// What orders quiet moves: counters by type x 64 + to-square, 512 each, the higher the earlier. Without history the
+// moves come as generated; the other two go beside it. The sum stays below 2^24 in size.
+struct QuietOrder {
+    const std::int32_t* history = nullptr;
+    const std::int16_t* replies = nullptr;   // to the enemy's last move
+    const std::int16_t* followUps = nullptr; // to the side's own last move
+};
+
 struct MovePicker {
-    // The hash move and the killers may be any number: what is not pseudo-legal is passed over. History, if
-    // given, is the side's 512 counters by type x 64 + to-square, below 2^24 in size; quiet moves come in its
-    // order, without it as generated. The position must outlive the picker.
+    // The hash move and the killers may be any number: what is not pseudo-legal is passed over. The position and the
+    // counters must outlive the picker.
     MovePicker(const Position& from, PickerKind of, Move hash = nullMove, Move killer = nullMove,
-               Move otherKiller = nullMove, const std::int32_t* quietHistory = nullptr)
-        : position(from), kind(of), hashMove(hash), killers{killer, otherKiller}, history(quietHistory) {}
+               Move otherKiller = nullMove, QuietOrder order = {})
+        : position(from), kind(of), hashMove(hash), killers{killer, otherKiller}, quietOrder(order) {}
 
     MovePicker(const MovePicker&) = delete;
     MovePicker& operator=(const MovePicker&) = delete;
@@ -62,7 +69,7 @@ struct MovePicker {
     Move hashMove;
     Move killers[2];
     Move aheadOfBatch[3] = {}; // hash move and killers, once handed out: batches skip them
-    const std::int32_t* history;
+    QuietOrder quietOrder;
     RankedMove* batch = storage; // the current batch: the storage, or the deferred moves
     int deferredCount = 0;
     int handedOutCount = 0;

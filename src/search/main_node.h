@@ -55,7 +55,7 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
             node.hashMove,
             killerPrimary[node.ply],
             killerSecondary[node.ply],
-            history[node.position.sideToMove()]};
+            quietOrderOf(node.position)};
 }
 
 // Whether a side in check has just one legal move. Kept out of its callers, whose stack frames recurse.

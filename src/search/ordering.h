@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 
+#include "board/move_picker.h"
 #include "board/position.h"
 
 namespace helvan {
@@ -27,6 +28,17 @@ inline std::array<CounterMove, 14 * 4096> counterMove;
 // Success of quiet moves, 0..65536, by side and type x 64 + to-square.
 inline constexpr std::int32_t largestHistory = 65536;
 inline std::int32_t history[2][512];
+
+// The same of quiet moves as sequels of one certain move, -largestSequel..largestSequel: first by side and type x 64 +
+// to-square of the move before, the enemy's for replies and the side's own for follow-ups. Type 0 is for no move
+// before.
+inline constexpr int largestSequel = 16000;
+using SequelHistory = std::int16_t[2][512][512];
+inline SequelHistory replyHistory;
+inline SequelHistory followUpHistory;
+
+// The counters that order the quiet moves of the side to move.
+QuietOrder quietOrderOf(const Position& position);
 
 void clearKillers();
 void clearCounterMoves();

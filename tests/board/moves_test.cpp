@@ -95,7 +95,8 @@ TEST(MovePicker, EveryMoveExactlyOnceWhateverIsOffered) {
         const Move hash = hostileMove(random, position);
         const Move killer = hostileMove(random, position);
         const Move other = random() % 4 == 0 ? killer : hostileMove(random, position);
-        MovePicker picker(position, PickerKind::everyMove, hash, killer, other, random() % 2 == 0 ? history : nullptr);
+        MovePicker picker(position, PickerKind::everyMove, hash, killer, other,
+                          QuietOrder{random() % 2 == 0 ? history : nullptr});
         const std::vector<Move> moves = drain(picker);
         ASSERT_EQ(sorted(moves), expected) << textOf(hash) << ' ' << textOf(killer) << ' ' << textOf(other);
         if (isPseudoLegal(position, hash) != 0) {
@@ -145,7 +146,7 @@ TEST(MovePicker, StagesComeInTheirOrder) {
     history[knight * 64 + a4] = 50;
     history[bishop * 64 + c4] = 70;
     const Move hash = encodeMove(e1, g1, castling), killer = encodeMove(a2, a3), other = encodeMove(c3, b1);
-    MovePicker picker(position, PickerKind::everyMove, hash, killer, other, history);
+    MovePicker picker(position, PickerKind::everyMove, hash, killer, other, QuietOrder{history});
     const std::vector<Move> moves = drain(picker);
     const auto placeOf = [&](Move move) { return std::find(moves.begin(), moves.end(), move) - moves.begin(); };
     EXPECT_EQ(placeOf(hash), 0);

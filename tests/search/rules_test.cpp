@@ -70,6 +70,15 @@ TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
     EXPECT_GT(history[black][knight * 64 + f6], largestHistory / 2);
     EXPECT_EQ(history[black][pawn * 64 + a6], 0);
     EXPECT_EQ(counterMoveOf(position), good);
+    const QuietOrder order = quietOrderOf(position);
+    for (const std::int16_t* sequels : {order.replies, order.followUps}) {
+        EXPECT_LE(sequels[knight * 64 + f6], largestSequel);
+        EXPECT_GT(sequels[knight * 64 + f6], largestSequel / 2);
+        EXPECT_GE(sequels[pawn * 64 + a6], -largestSequel);
+        EXPECT_LT(sequels[pawn * 64 + a6], -largestSequel / 2);
+    }
+    const Position elsewhere = childOf(positionOf(startFen), encodeMove(d2, d4, doublePush));
+    EXPECT_EQ(quietOrderOf(elsewhere).replies[knight * 64 + f6], 0) << "a reply to another move";
     noteCutoff(position, 5, 10, better, tried, 2);
     EXPECT_EQ(killerPrimary[5], better);
     EXPECT_EQ(killerSecondary[5], good);
