@@ -62,7 +62,8 @@ TEST(Threats, ThreatenedLossIsTheLargestGainOfTheEnemy) {
 TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
     clearKillers();
     clearHistory();
-    const Position position = childOf(positionOf(startFen), encodeMove(e2, e4, doublePush));
+    const Position start = positionOf(startFen); // a parent outlives its children
+    const Position position = childOf(start, encodeMove(e2, e4, doublePush));
     const Move good = encodeMove(g8, f6), bad = encodeMove(a7, a6), better = encodeMove(b8, c6);
     const Move tried[] = {bad, good};
     for (int i = 0; i < 1000; ++i) noteCutoff(position, 5, 1000, good, tried, 2);
@@ -77,7 +78,7 @@ TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
         EXPECT_GE(sequels[pawn * 64 + a6], -largestSequel);
         EXPECT_LT(sequels[pawn * 64 + a6], -largestSequel / 2);
     }
-    const Position elsewhere = childOf(positionOf(startFen), encodeMove(d2, d4, doublePush));
+    const Position elsewhere = childOf(start, encodeMove(d2, d4, doublePush));
     EXPECT_EQ(quietOrderOf(elsewhere).replies[knight * 64 + f6], 0) << "a reply to another move";
     noteCutoff(position, 5, 10, better, tried, 2);
     EXPECT_EQ(killerPrimary[5], better);
