@@ -8,6 +8,11 @@
 #include "board/fen.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
+#include "eval/evaluate.h"
+#include "search/limits.h"
+#include "search/quiesce.h"
+#include "search/settings.h"
+#include "search/transposition_table.h"
 
 namespace helvan {
 
@@ -64,6 +69,17 @@ bool addLine(TrainingSet& set, const std::string& line) {
     if (unplayableReason(position) != nullptr) return false;
     set.add(position, result, score, game);
     return true;
+}
+
+void dropUnsettled(TrainingSet& set, int margin) {
+    hashMegabytes = 1;
+    transpositionTable.allocate(hashMegabytes);
+    setDeadlines(noTimeGoalSeconds);
+    set.keepIf([&](Position position) {
+        Move line[pvCapacity];
+        const int standing = evaluate(position);
+        return quiesce(position, -infiniteScore, infiniteScore, 0, 0, line) <= standing + margin;
+    });
 }
 
 TrainingSet readTrainingSet(const std::string& path) {

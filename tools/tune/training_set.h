@@ -20,11 +20,32 @@ struct TrainingSet {
 
     std::size_t size() const { return positions.size(); }
     void add(const Position& position, float result, float score, int game);
+
+    // Drops the positions for which the test answers false.
+    template <typename Test> void keepIf(Test test) {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < size(); ++i) {
+            if (!test(positions[i])) continue;
+            positions[kept] = positions[i];
+            results[kept] = results[i];
+            scores[kept] = scores[i];
+            games[kept] = games[i];
+            ++kept;
+        }
+        positions.resize(kept);
+        results.resize(kept);
+        scores.resize(kept);
+        games.resize(kept);
+    }
 };
 
 // Adds the position of a line "FEN|result|score|game". Answers false, with nothing added, for any other line and for
 // a position that chess cannot be played from.
 bool addLine(TrainingSet& set, const std::string& line);
+
+// Drops the positions in which captures or checks bring the side to move over `margin` centipawns more than the
+// evaluation says: what they are worth is decided there and tells little of the values.
+void dropUnsettled(TrainingSet& set, int margin);
 
 // Reads a file of such lines and of comments, which begin with '#'; a name that ends in ".xz" is read through xz.
 // Lines that cannot be read are counted on standard error. Empty if the file cannot be opened.

@@ -22,6 +22,7 @@ constexpr int usageError = 2;
 struct Settings {
     std::string data;
     std::string parameters = HELVAN_PARAMETERS;
+    int unsettled = 5;
     RegressionSettings regression;
 };
 
@@ -30,6 +31,8 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
     const ToolOption options[] = {
         {"--data", &settings.data, "training positions, plain text or .xz"},
         {"--parameters", &settings.parameters, "the source to rewrite; by default the one built from"},
+        {"--unsettled", &settings.unsettled,
+         "centipawns that captures and checks may bring, or the position is dropped"},
         {"--blend", &r.blend, "how much of the target is the search score, 0..1"},
         {"--l2", &r.l2, "the cost of a pawn's change"},
         {"--smoothness", &r.smoothness, "the cost of a pawn's difference between the changes of two neighbours"},
@@ -86,6 +89,7 @@ int tune(const Settings& settings) {
     const std::vector<PackedScore> before = parameterValues();
     TrainingSet set = readTrainingSet(settings.data);
     dropSpecialEndings(set);
+    dropUnsettled(set, settings.unsettled);
     if (set.size() == 0) {
         std::fprintf(stderr, "No positions in %s.\n", settings.data.c_str());
         return 1;
