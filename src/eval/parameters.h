@@ -19,6 +19,12 @@ using PassedValues = std::array<PackedScore, 6>;  // by a passed pawn's relative
 using DistanceValues = std::array<PackedScore, 8>;
 using CountValues = ClampedTable<PackedScore, 9>;
 
+// By where a pawn stands from a king: rows from six ranks before the king, as the pawn's side sees it, to six behind;
+// columns from the king's file to four files or more aside.
+inline constexpr int offsetColumns = 5;
+inline constexpr int mostRanksApart = 6;
+using OffsetValues = std::array<PackedScore, offsetColumns*(2 * mostRanksApart + 1)>;
+
 struct EvalParameters {
     std::array<PackedScore, 8> material; // by piece type
     std::array<SquareValues, 7> squares; // by piece type, without material; slot 0 is unused
@@ -76,6 +82,10 @@ struct EvalParameters {
     RankValues phalanxPawn;      // with a pawn beside it
     RankValues shelter;          // an own pawn before the own king
     RankValues storm;            // an own pawn before the enemy king
+    OffsetValues pawnFromOwnKing;
+    OffsetValues pawnFromEnemyKing;
+    OffsetValues passedFromOwnKing; // a passed pawn, beside the two above
+    OffsetValues passedFromEnemyKing;
 };
 
 extern EvalParameters evalParameters;
@@ -90,7 +100,8 @@ struct ParameterRow {
     const char* name;
     PackedScore* values;
     int count;
-    IndexRange open; // to be tuned; the others are known, or read by no term
+    IndexRange open;     // to be tuned; the others are known, or read by no term
+    int columns = count; // of the table that the values are drawn as, row by row
 };
 
 std::span<const ParameterRow> parameterRows();

@@ -2,6 +2,7 @@
 #include "eval/pawn_structure.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "board/attacks.h"
 #include "eval/geometry.h"
@@ -65,6 +66,14 @@ PackedScore support(const Side& side, Square square) {
     return score;
 }
 
+// The index in OffsetValues.
+int offsetFrom(Square kingSquare, Square square, Colour us) {
+    const int ranks = relativeRankOf(us, square) - relativeRankOf(us, kingSquare);
+    const int files = std::abs(fileOf(square) - fileOf(kingSquare));
+    return (mostRanksApart - std::clamp(ranks, -mostRanksApart, mostRanksApart)) * offsetColumns +
+           std::min(files, offsetColumns - 1);
+}
+
 // Both kings' ways to the square before a passed pawn.
 PackedScore kingProximity(const Side& side, Square square) {
     const Square stop = square + forwardStep(side.us);
@@ -108,23 +117,28 @@ PackedScore storm(const Side& side) {
 }
 
 PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
+    const EvalParameters& p = evalParameters;
     PackedScore score;
     unsigned files = 0;
     int passedCount = 0;
     for (Bitboard pawns = side.own; pawns != 0;) {
         const Square square = popLowestBit(pawns);
         files |= 1U << fileOf(square);
+        const int fromOwnKing = offsetFrom(side.ownKing, square, side.us);
+        const int fromEnemyKing = offsetFrom(side.enemyKing, square, side.us);
         score += weaknesses(side, square) + support(side, square);
+        score += p.pawnFromOwnKing[fromOwnKing] + p.pawnFromEnemyKing[fromEnemyKing];
         if (isPassed(side, square)) {
             score += kingProximity(side, square);
+            score += p.passedFromOwnKing[fromOwnKing] + p.passedFromEnemyKing[fromEnemyKing];
             if (passedCount < longestPassedList) passedList[passedCount] = static_cast<std::uint8_t>(square);
             ++passedCount;
         } else if (isCandidate(side, square)) {
             const int row = std::clamp(relativeRankOf(side.us, square) - 1, 0, 5);
-            score += evalParameters.candidateTable[row];
+            score += p.candidateTable[row];
         }
     }
-    if (passedCount >= 2) score += evalParameters.manyPassed;
+    if (passedCount >= 2) score += p.manyPassed;
     return score + evalTables.pawnIslandTable[files] + shelter(side) + storm(side);
 }
 

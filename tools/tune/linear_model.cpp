@@ -136,12 +136,8 @@ void addConstants(LinearModel& model, const Position& position) {
     for (const Colour colour : {white, black}) model.scale[colour].push_back(scaleWithLead(position, colour));
 }
 
-// On boards of 64, as drawn, or in rows.
-bool areNeighbours(int a, int b, bool onBoard) {
-    if (!onBoard) return std::abs(a - b) == 1;
-    const int files = std::abs(a % filesPerRank - b % filesPerRank);
-    const int ranks = std::abs(a / filesPerRank - b / filesPerRank);
-    return files + ranks == 1;
+bool areNeighbours(int a, int b, int columns) {
+    return std::abs(a % columns - b % columns) + std::abs(a / columns - b / columns) == 1;
 }
 
 std::vector<Neighbours> neighboursAmong(const std::vector<OpenValue>& open) {
@@ -151,7 +147,7 @@ std::vector<Neighbours> neighboursAmong(const std::vector<OpenValue>& open) {
             const PackedScore* values = open[first].row->values;
             const auto a = static_cast<int>(open[first].value - values),
                        b = static_cast<int>(open[second].value - values);
-            if (!areNeighbours(a, b, isBoard(*open[first].row))) continue;
+            if (!areNeighbours(a, b, open[first].row->columns)) continue;
             found.push_back({static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(second)});
         }
     }
@@ -180,13 +176,10 @@ std::vector<OpenValue> openValues() {
 }
 
 void dropSpecialEndings(TrainingSet& set) {
-    TrainingSet kept;
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        const EndingEntry* ending = findEnding(set.positions[i].materialKey);
-        if (ending != nullptr && ending->evaluator != nullptr) continue;
-        kept.add(set.positions[i], set.results[i], set.scores[i], set.games[i]);
-    }
-    set = std::move(kept);
+    set.keepIf([](const Position& position) {
+        const EndingEntry* ending = findEnding(position.materialKey);
+        return ending == nullptr || ending->evaluator == nullptr;
+    });
 }
 
 LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress) {
