@@ -18,6 +18,11 @@ CounterMove& counterSlot(const Position& position) {
 constexpr int historySteps = 64;
 int stepOf(int depth) { return minimum(maximum(depth, 0), historySteps / 2); }
 
+// What fails loses depth / 64 of its success, all of it at most.
+std::int32_t decayed(std::int32_t successes, int depth) {
+    return successes - successes * minimum(maximum(depth, 0), historySteps) / historySteps;
+}
+
 // Of the move's counter, and of the row of sequels to the position's last move.
 int counterOf(const Position& position, Move move) {
     return pieceTypeAt(position, position.sideToMove(), moveFrom(move)) * 64 + moveTo(move);
@@ -76,7 +81,7 @@ void noteCutoff(const Position& position, int ply, int depth, Move move, const M
     for (int i = 0; i < triedCount; ++i) {
         if (triedBefore[i] == move) continue;
         const int tried = counterOf(position, triedBefore[i]);
-        successes[tried] -= successes[tried] * step / historySteps;
+        successes[tried] = decayed(successes[tried], depth);
         lower(replies[tried], step);
         lower(followUps[tried], step);
     }

@@ -29,9 +29,9 @@ inline std::array<CounterMove, 14 * 4096> counterMove;
 inline constexpr std::int32_t largestHistory = 65536;
 inline std::int32_t history[2][512];
 
-// The same of quiet moves as sequels of one certain move, -largestSequel..largestSequel: first by side and type x 64 +
-// to-square of the move before, the enemy's for replies and the side's own for follow-ups. Type 0 is for no move
-// before.
+// The same of quiet moves after each move, -largestSequel..largestSequel: first by side and by type x 64 + to-square of
+// the move before, the enemy's last for replies and the side's own last for follow-ups. Type 0 is a move by nobody
+// known: none, a null move, or the double push that a FEN's en-passant square tells of.
 inline constexpr int largestSequel = 16000;
 using SequelHistory = std::int16_t[2][512][512];
 inline SequelHistory replyHistory;

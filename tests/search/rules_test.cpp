@@ -59,6 +59,37 @@ TEST(Threats, ThreatenedLossIsTheLargestGainOfTheEnemy) {
     EXPECT_FALSE(isEnPrise(positionOf("4k3/8/4p3/3P4/4P3/8/8/4K3 w - -"), d5, black));
 }
 
+TEST(Ordering, WhatFailsLosesDepthIn64thsOfItsSuccess) {
+    const Position start = positionOf(startFen);
+    const Move good = encodeMove(g1, f3), bad = encodeMove(a2, a3);
+    for (const int depth : {0, 2, 10, 40, 64, 200}) {
+        history[white][pawn * 64 + a3] = 64000;
+        noteCutoff(start, 5, depth, good, &bad, 1);
+        EXPECT_EQ(history[white][pawn * 64 + a3], 1000 * std::max(64 - depth, 0)) << depth;
+    }
+    clearHistory();
+    clearKillers();
+}
+
+TEST(Ordering, FollowUpsGoByTheOwnMoveBefore) {
+    clearHistory();
+    const Move knightOut = encodeMove(g1, f3), pawnUp = encodeMove(e2, e4, doublePush), reply = encodeMove(a7, a6);
+    const Position start = positionOf(startFen);
+    const Position afterKnight = childOf(start, knightOut), afterPawn = childOf(start, pawnUp);
+    const Position one = childOf(afterKnight, reply), other = childOf(afterPawn, reply);
+    const Move good = encodeMove(b1, c3);
+    noteCutoff(one, 5, 20, good, nullptr, 0);
+    const int counter = knight * 64 + c3;
+    EXPECT_GT(quietOrderOf(one).replies[counter], 0);
+    EXPECT_GT(quietOrderOf(one).followUps[counter], 0);
+    EXPECT_GT(quietOrderOf(other).replies[counter], 0);
+    EXPECT_EQ(quietOrderOf(other).followUps[counter], 0);
+    clearHistory();
+    EXPECT_EQ(quietOrderOf(one).replies[counter], 0);
+    EXPECT_EQ(quietOrderOf(one).followUps[counter], 0);
+    clearKillers();
+}
+
 TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
     clearKillers();
     clearHistory();
@@ -69,7 +100,6 @@ TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
     for (int i = 0; i < 1000; ++i) noteCutoff(position, 5, 1000, good, tried, 2);
     EXPECT_LE(history[black][knight * 64 + f6], largestHistory);
     EXPECT_GT(history[black][knight * 64 + f6], largestHistory / 2);
-    EXPECT_EQ(history[black][pawn * 64 + a6], 0);
     EXPECT_EQ(counterMoveOf(position), good);
     const QuietOrder order = quietOrderOf(position);
     for (const std::int16_t* sequels : {order.replies, order.followUps}) {
