@@ -66,7 +66,7 @@ PackedScore support(const Side& side, Square square) {
     return score;
 }
 
-// The index in OffsetValues.
+// The index in OffsetValues, on any board: one set up by hand may have pawns on the last ranks.
 int offsetFrom(Square kingSquare, Square square, Colour us) {
     const int ranks = relativeRankOf(us, square) - relativeRankOf(us, kingSquare);
     const int files = std::abs(fileOf(square) - fileOf(kingSquare));

@@ -138,8 +138,23 @@ TEST_F(Parameters, OldScoresOutliveAChangeButPawnStructuresDoNot) {
     EXPECT_EQ(etableHits, hits);
 }
 
+TEST(Tables, IslandsCountFromTheSecond) {
+    EXPECT_EQ(evalTables.pawnIslandTable[0], packed(0, 0));
+    EXPECT_EQ(evalTables.pawnIslandTable[0b1111'1111], packed(0, 0));
+    EXPECT_EQ(evalTables.pawnIslandTable[0b0101'0101], packed(-90, -180));
+}
+
+TEST(Tables, TheMoveIsWorthLessInEndings) {
+    EXPECT_EQ(evalTables.tempoByPhase[0], 40);
+    EXPECT_EQ(evalTables.tempoByPhase[48], 70);
+    EXPECT_EQ(evalTables.tempoByPhase[96], 100);
+}
+
 TEST(Tables, PlainValuesAreTheLargerOfTheTwo) {
-    EXPECT_EQ(evalTables.pieceValueCentipawns[queen], 960);
+    const int expected[] = {0, 80, 310, 320, 510, 960, 0};
+    for (PieceType type = allPieces; type <= king; ++type) {
+        EXPECT_EQ(evalTables.pieceValueCentipawns[type], expected[type]) << type;
+    }
     EXPECT_EQ(evalTables.phasePieceValue[0][queen], 960);
     EXPECT_EQ(evalTables.phasePieceValue[96][queen], 800);
 }
