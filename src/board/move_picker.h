@@ -41,7 +41,8 @@ using RankedMove = std::int64_t;
 inline constexpr int batchStep = 4;
 
 // What orders quiet moves: counters by type x 64 + to-square, 512 each, the higher the earlier. Without history the
-// moves come as generated; the other two go beside it. The sum stays below 2^24 in size.
+// moves come as generated. The other two are given both or neither, and only with history. The sum stays below 2^24
+// in size.
 struct QuietOrder {
     const std::int32_t* history = nullptr;
     const std::int16_t* replies = nullptr;   // to the enemy's last move

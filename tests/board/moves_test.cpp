@@ -89,14 +89,18 @@ TEST(MovePicker, EveryMoveExactlyOnceWhateverIsOffered) {
     std::int32_t history[512];
     Random fill(8);
     for (std::int32_t& counter : history) counter = below(fill, 1 << 17);
+    std::int16_t sequels[2][512];
+    for (auto& row : sequels) {
+        for (std::int16_t& counter : row) counter = static_cast<std::int16_t>(below(fill, 32001) - 16000);
+    }
+    const QuietOrder orders[] = {{}, {history}, {history, sequels[0], sequels[1]}};
     forRandomPositions(100000, 9, [&](const Position& position, Random& random) {
         const std::vector<Move> expected = sorted(movesOf(position));
         ASSERT_EQ(sorted(picked(position, PickerKind::everyMove)), expected);
         const Move hash = hostileMove(random, position);
         const Move killer = hostileMove(random, position);
         const Move other = random() % 4 == 0 ? killer : hostileMove(random, position);
-        MovePicker picker(position, PickerKind::everyMove, hash, killer, other,
-                          QuietOrder{random() % 2 == 0 ? history : nullptr});
+        MovePicker picker(position, PickerKind::everyMove, hash, killer, other, orders[below(random, 3)]);
         const std::vector<Move> moves = drain(picker);
         ASSERT_EQ(sorted(moves), expected) << textOf(hash) << ' ' << textOf(killer) << ' ' << textOf(other);
         if (isPseudoLegal(position, hash) != 0) {
@@ -145,8 +149,11 @@ TEST(MovePicker, StagesComeInTheirOrder) {
     std::int32_t history[512] = {};
     history[knight * 64 + a4] = 50;
     history[bishop * 64 + c4] = 70;
+    std::int16_t replies[512] = {}, followUps[512] = {};
+    replies[knight * 64 + g4] = 30; // weighs more than the history does
+    followUps[knight * 64 + a4] = -20;
     const Move hash = encodeMove(e1, g1, castling), killer = encodeMove(a2, a3), other = encodeMove(c3, b1);
-    MovePicker picker(position, PickerKind::everyMove, hash, killer, other, QuietOrder{history});
+    MovePicker picker(position, PickerKind::everyMove, hash, killer, other, QuietOrder{history, replies, followUps});
     const std::vector<Move> moves = drain(picker);
     const auto placeOf = [&](Move move) { return std::find(moves.begin(), moves.end(), move) - moves.begin(); };
     EXPECT_EQ(placeOf(hash), 0);
@@ -155,8 +162,9 @@ TEST(MovePicker, StagesComeInTheirOrder) {
     EXPECT_LT(placeOf(encodeMove(g2, h3)), placeOf(killer));
     EXPECT_EQ(placeOf(other), placeOf(killer) + 1);
     EXPECT_EQ(placeOf(encodeMove(e1, c1, castling)), placeOf(other) + 1); // castling leads the quiet moves
-    EXPECT_EQ(placeOf(encodeMove(e2, c4)), placeOf(other) + 2);           // which follow their history
-    EXPECT_EQ(placeOf(encodeMove(c3, a4)), placeOf(other) + 3);
+    EXPECT_EQ(placeOf(encodeMove(e5, g4)), placeOf(other) + 2);           // which follow their histories
+    EXPECT_EQ(placeOf(encodeMove(e2, c4)), placeOf(other) + 3);
+    EXPECT_GT(placeOf(encodeMove(c3, a4)), placeOf(encodeMove(e2, d1)));
     EXPECT_LT(placeOf(encodeMove(e2, d1)), placeOf(encodeMove(f3, f6))); // a queen for a knight comes last
     EXPECT_LT(see(position, moves.back()), 0);
 }

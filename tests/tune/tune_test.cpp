@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -129,6 +130,35 @@ TEST_F(Tuning, NeighboursAreOfOneRowAndNobodyIsAlone) {
     }
 }
 
+// Ranks lie side by side in the row, but the last of one and the first of the next are far apart.
+TEST_F(Tuning, NeighboursOfATableTouchAlongAnEdge) {
+    const std::vector<OpenValue> open = openValues();
+    const PackedScore* table = evalParameters.pawnFromOwnKing.data();
+    std::vector<std::pair<int, int>> found;
+    for (const auto& [first, second] : linearModelOf({}, open, false).neighbours) {
+        if (open[first].row->values == table) {
+            found.emplace_back(open[first].value - table, open[second].value - table);
+        }
+    }
+    const auto touch = [&](int a, int b) { return std::count(found.begin(), found.end(), std::pair(a, b)) == 1; };
+    EXPECT_TRUE(touch(3, 4));
+    EXPECT_TRUE(touch(4, 9));
+    EXPECT_FALSE(touch(4, 5));
+    EXPECT_FALSE(touch(0, 8));
+}
+
+TEST_F(Tuning, UnsettledPositionsAreLeftOut) {
+    TrainingSet set;
+    ASSERT_TRUE(addLine(set, "4k3/8/8/3q4/4P3/8/PPP5/4K3 w - -|1|0|1"));   // takes the queen
+    ASSERT_TRUE(addLine(set, "3k4/8/8/3q4/4R3/8/PPP5/6K1 b - -|0.5|0|2")); // takes the rook
+    ASSERT_TRUE(addLine(set, "4k3/ppp5/8/8/8/8/PPP5/4K3 w - -|0|30|3"));
+    dropUnsettled(set, 5);
+    ASSERT_EQ(set.size(), 1u);
+    EXPECT_EQ(set.games[0], 3);
+    EXPECT_EQ(set.results[0], 0.0f);
+    EXPECT_EQ(set.scores[0], 30.0f);
+}
+
 // No position shows the second value and the third: the one moves with its neighbour, the other stays.
 TEST(Regression, AValueNeverSeenFollowsItsNeighbour) {
     LinearModel model;
@@ -167,8 +197,10 @@ TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
     EXPECT_EQ(set.results[0], 0.5f);
     EXPECT_EQ(set.scores[0], -78.0f);
     EXPECT_EQ(set.games[0], 7);
-    for (const char* line : {"", "8/8/8/8/8/8/8/8 w - -|1|0|1", "4k3/8/8/8/8/8/8/4K3 w - -|1|0", "4k3/8|1|0|1",
-                             "4k3/8/8/8/8/8/8/4K3 x - -|1|0|1"}) {
+    for (const char* line :
+         {"", "8/8/8/8/8/8/8/8 w - -|1|0|1", "4k3/8/8/8/8/8/8/4K3 w - -|1|0", "4k3/8|1|0|1",
+          "4k3/8/8/8/8/8/8/4K3 x - -|1|0|1", "4k3/8/8/8/8/8/P7/4K3 x w - -|1|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|nan|0|1",
+          "4k3/8/8/8/8/8/P7/4K3 w - -|7|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|1|inf|1"}) {
         EXPECT_FALSE(addLine(set, line)) << line;
     }
     EXPECT_EQ(set.size(), 1u);

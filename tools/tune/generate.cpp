@@ -26,6 +26,7 @@ namespace {
 
 constexpr int usageError = 2;
 constexpr int longestGame = 400;       // plies; then it is a draw
+constexpr int mostRandomPlies = 100;   // with more, hardly a game is left to play
 constexpr int decisiveScore = 2000;    // centipawns: then the game is won
 constexpr int unbalancedOpening = 200; // centipawns, too many for a game to be worth playing
 
@@ -182,8 +183,8 @@ int main(int argumentCount, char** arguments) {
     using namespace helvan;
     Settings settings;
     if (!readSettings({arguments, static_cast<std::size_t>(argumentCount)}, settings)) return usageError;
-    if (settings.games < 1 || settings.nodes < 1 || settings.openingPlies < 0 || settings.openingPlies >= longestGame) {
-        std::fprintf(stderr, "Games and nodes above 0, and 0 to %d random plies, are needed.\n", longestGame - 1);
+    if (settings.games < 1 || settings.nodes < 1 || settings.openingPlies < 0 || settings.openingPlies > mostRandomPlies) {
+        std::fprintf(stderr, "Games and nodes above 0, and 0 to %d random plies, are needed.\n", mostRandomPlies);
         return usageError;
     }
     initSlidingAttacks();

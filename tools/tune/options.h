@@ -18,12 +18,18 @@ struct ToolOption {
     const char* help;
 };
 
-inline void store(const ToolOption& option, const char* text) {
+// False for a text that is no such number.
+inline bool store(const ToolOption& option, const char* text) {
+    char* end = nullptr;
+    if (auto* const* string = std::get_if<std::string*>(&option.target)) {
+        **string = text;
+        return true;
+    }
     if (auto* const* number = std::get_if<int*>(&option.target))
-        **number = static_cast<int>(std::strtol(text, nullptr, 10));
-    if (auto* const* number = std::get_if<std::uint64_t*>(&option.target)) **number = std::strtoull(text, nullptr, 10);
-    if (auto* const* number = std::get_if<double*>(&option.target)) **number = std::strtod(text, nullptr);
-    if (auto* const* string = std::get_if<std::string*>(&option.target)) **string = text;
+        **number = static_cast<int>(std::strtol(text, &end, 10));
+    if (auto* const* number = std::get_if<std::uint64_t*>(&option.target)) **number = std::strtoull(text, &end, 10);
+    if (auto* const* number = std::get_if<double*>(&option.target)) **number = std::strtod(text, &end);
+    return end != text && *end == '\0';
 }
 
 // Reads all arguments into the options' targets. Prints the options on standard error and answers false at the first
@@ -35,8 +41,7 @@ inline bool readOptions(std::span<char* const> arguments, std::span<const ToolOp
         for (const ToolOption& option : options) {
             if (std::string(arguments[i]) == option.name) named = &option;
         }
-        if (named == nullptr) break;
-        store(*named, arguments[i + 1]);
+        if (named == nullptr || !store(*named, arguments[i + 1])) break;
     }
     if (i >= arguments.size()) return true;
     std::fprintf(stderr, "usage: %s [OPTION VALUE]...\n\n", arguments[0]);

@@ -239,7 +239,7 @@ RegressionOutcome fitChanges(const LinearModel& model, const RegressionTask& tas
         descent.runEpoch();
         const double validation = loss(task.validation, descent.reached());
         if (settings.showProgress) std::fprintf(stderr, "epoch %3d  validation loss %.6f\n", epoch, validation);
-        if (validation >= outcome.validationAfter) continue;
+        if (!(validation < outcome.validationAfter)) continue;
         outcome.changes = descent.reached();
         outcome.bestEpoch = epoch;
         outcome.validationAfter = validation;

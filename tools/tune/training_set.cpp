@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tune/training_set.h"
 
+#include <cmath>
 #include <cstdio>
-#include <cstring>
-#include <memory>
 
 #include "board/fen.h"
 #include "board/piece_square.h"
@@ -12,20 +11,12 @@
 #include "search/limits.h"
 #include "search/quiesce.h"
 #include "search/settings.h"
-#include "search/transposition_table.h"
 
 namespace helvan {
 
 namespace {
 
 constexpr int longestLine = 512;
-
-struct Closer {
-    bool isPipe;
-    void operator()(std::FILE* file) const { isPipe ? pclose(file) : std::fclose(file); }
-};
-
-using Input = std::unique_ptr<std::FILE, Closer>;
 
 // For the shell, as one word.
 std::string quoted(const std::string& text) {
@@ -34,16 +25,33 @@ std::string quoted(const std::string& text) {
     return word + "'";
 }
 
-Input open(const std::string& path) {
-    if (path.size() > 3 && path.ends_with(".xz")) {
-        return Input(popen(("xz -dc " + quoted(path)).c_str(), "r"), Closer{true});
+// A file, or what xz makes of one.
+class Input {
+public:
+    explicit Input(const std::string& path)
+        : packed(path.ends_with(".xz")),
+          file(packed ? popen(("xz -dc " + quoted(path)).c_str(), "r") : std::fopen(path.c_str(), "r")) {}
+
+    std::FILE* stream() const { return file; }
+
+    // Whether it was there and came whole.
+    bool close() {
+        if (file == nullptr) return false;
+        return (packed ? pclose(file) : std::fclose(file)) == 0;
     }
-    return Input(std::fopen(path.c_str(), "r"), Closer{false});
-}
+
+private:
+    bool packed;
+    std::FILE* file;
+};
 
 // Setting up a position ends the process if nobody is to move, so that is looked at first.
 bool hasSideToMove(const std::string& fen) {
-    return fen.find(" w ") != std::string::npos || fen.find(" b ") != std::string::npos;
+    constexpr std::size_t longestPlacement = 100;
+    const std::size_t end = fen.find(' ');
+    if (end > longestPlacement) return false;
+    const std::string side = fen.substr(end, 3);
+    return side == " w " || side == " b ";
 }
 
 } // namespace
@@ -62,7 +70,8 @@ bool addLine(TrainingSet& set, const std::string& line) {
     const std::string fen = line.substr(0, end);
     float result = 0, score = 0;
     int game = 0;
-    if (std::sscanf(line.c_str() + end, "|%f|%f|%d", &result, &score, &game) != 3 || !hasSideToMove(fen)) return false;
+    if (std::sscanf(line.c_str() + end, "|%f|%f|%d", &result, &score, &game) != 3) return false;
+    if (!(result >= 0 && result <= 1) || !std::isfinite(score) || !hasSideToMove(fen)) return false;
     Position position;
     setupFromFen(position, fen.c_str());
     dropUnfoundedCastlingRights(position);
@@ -72,8 +81,7 @@ bool addLine(TrainingSet& set, const std::string& line) {
 }
 
 void dropUnsettled(TrainingSet& set, int margin) {
-    hashMegabytes = 1;
-    transpositionTable.allocate(hashMegabytes);
+    const SearchScope scope;
     setDeadlines(noTimeGoalSeconds);
     set.keepIf([&](Position position) {
         Move line[pvCapacity];
@@ -84,11 +92,15 @@ void dropUnsettled(TrainingSet& set, int margin) {
 
 TrainingSet readTrainingSet(const std::string& path) {
     TrainingSet set;
-    const Input input = open(path);
-    if (input == nullptr) return set;
+    Input input(path);
     int unread = 0;
-    for (char line[longestLine]; std::fgets(line, sizeof line, input.get()) != nullptr;) {
+    for (char line[longestLine];
+         input.stream() != nullptr && std::fgets(line, sizeof line, input.stream()) != nullptr;) {
         if (line[0] != '#' && !addLine(set, line)) ++unread;
+    }
+    if (!input.close()) {
+        std::fprintf(stderr, "%s could not be read, or not to its end.\n", path.c_str());
+        return {};
     }
     if (unread > 0) std::fprintf(stderr, "%d lines could not be read.\n", unread);
     return set;

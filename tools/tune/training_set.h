@@ -40,15 +40,17 @@ struct TrainingSet {
 };
 
 // Adds the position of a line "FEN|result|score|game". Answers false, with nothing added, for any other line and for
-// a position that chess cannot be played from.
+// a position that chess cannot be played from. Results are 0 to 1, scores finite.
 bool addLine(TrainingSet& set, const std::string& line);
 
 // Drops the positions in which captures or checks bring the side to move over `margin` centipawns more than the
-// evaluation says: what they are worth is decided there and tells little of the values.
+// evaluation says: what they are worth is decided there and tells little of the values. Where a transposition table is
+// allocated, the quiescence search reads and writes it.
 void dropUnsettled(TrainingSet& set, int margin);
 
 // Reads a file of such lines and of comments, which begin with '#'; a name that ends in ".xz" is read through xz.
-// Lines that cannot be read are counted on standard error. Empty if the file cannot be opened.
+// Lines that cannot be read are counted on standard error. Empty, with a message, if the file cannot be read to its
+// end.
 TrainingSet readTrainingSet(const std::string& path);
 
 } // namespace helvan

@@ -3,6 +3,7 @@
 // Fits the open values of the evaluation to positions with known outcomes and writes them into its source.
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -44,8 +45,10 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
         {"--seed", &r.seed, "of the order of positions"},
         {"--threads", &r.threads, "for the regression; the outcome does not depend on it"}};
     if (!readOptions(arguments, options)) return false;
-    const bool usable = !settings.data.empty() && r.batch > 0 && r.threads > 0 && r.validationEvery > 1;
-    if (!usable) std::fprintf(stderr, "Needed: --data FILE; batch and threads above 0, validation above 1.\n");
+    const bool usable = !settings.data.empty() && r.batch > 0 && r.threads > 0 && r.validationEvery > 1 &&
+                        r.blend >= 0 && r.blend <= 1 && r.patience >= 0;
+    if (!usable)
+        std::fprintf(stderr, "Needed: --data FILE; batch and threads above 0, validation above 1, blend 0 to 1.\n");
     return usable;
 }
 
@@ -71,13 +74,15 @@ void report(const TrainingSet& set, const RegressionTask& task, const Regression
     std::printf("by the evaluation itself, with the new values: %.6f\n", validationLoss(task, presentEvaluations(set)));
 }
 
-bool rewrite(const std::string& path, const std::vector<PackedScore>& before) {
-    const auto text = withPresentParameters(contentsOf(path), before);
-    if (!text) {
-        std::fprintf(stderr, "%s does not hold the parameters that this program was built with.\n", path.c_str());
-        return false;
-    }
-    return static_cast<bool>(std::ofstream(path) << *text << std::flush);
+// By way of a file beside it, so that the source is never half written.
+bool rewrite(const std::string& path, const std::string& source, const std::vector<PackedScore>& before) {
+    const std::string text = withPresentParameters(source, before).value_or("");
+    const std::string beside = path + ".new";
+    const bool written = static_cast<bool>(std::ofstream(beside) << text << std::flush);
+    std::error_code failure;
+    if (written) std::filesystem::rename(beside, path, failure);
+    if (!written || failure) std::fprintf(stderr, "%s could not be written.\n", path.c_str());
+    return written && !failure;
 }
 
 double secondsSince(std::chrono::steady_clock::time_point start) {
@@ -87,8 +92,15 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
 int tune(const Settings& settings) {
     const auto start = std::chrono::steady_clock::now();
     const std::vector<PackedScore> before = parameterValues();
+    const std::string source = contentsOf(settings.parameters);
+    if (!withPresentParameters(source, before)) {
+        std::fprintf(stderr, "%s cannot be read, or holds other parameters than this program was built with.\n",
+                     settings.parameters.c_str());
+        return 1;
+    }
     TrainingSet set = readTrainingSet(settings.data);
     dropSpecialEndings(set);
+    const std::size_t all = set.size();
     dropUnsettled(set, settings.unsettled);
     if (set.size() == 0) {
         std::fprintf(stderr, "No positions in %s.\n", settings.data.c_str());
@@ -97,8 +109,12 @@ int tune(const Settings& settings) {
     const std::vector<OpenValue> open = openValues();
     const LinearModel model = linearModelOf(set, open, true);
     const RegressionTask task = prepareTask(set, model, settings.regression);
-    std::printf("%zu positions, %zu for validation; %zu open values, %.1f of them a position\n", set.size(),
-                task.validation.size(), open.size(),
+    if (task.training.empty() || task.validation.empty()) {
+        std::fprintf(stderr, "Needed: games whose number --validation divides, and others.\n");
+        return 1;
+    }
+    std::printf("%zu positions, %zu for validation, %zu unsettled left out; %zu open values, %.1f of them a position\n",
+                set.size(), task.validation.size(), all - set.size(), open.size(),
                 static_cast<double>(model.coefficients.size()) / static_cast<double>(set.size()));
     std::printf("K = %.1f centipawns for the search scores, %.3f pawns for the evaluation\n", task.searchScale,
                 task.scale);
@@ -106,7 +122,7 @@ int tune(const Settings& settings) {
     const RegressionOutcome outcome = fitChanges(model, task, settings.regression);
     applyChanges(open, outcome.changes);
     report(set, task, outcome);
-    const bool written = rewrite(settings.parameters, before);
+    const bool written = rewrite(settings.parameters, source, before);
     std::printf("%.0f s\n", secondsSince(start));
     return written ? 0 : 1;
 }
