@@ -183,7 +183,8 @@ int main(int argumentCount, char** arguments) {
     using namespace helvan;
     Settings settings;
     if (!readSettings({arguments, static_cast<std::size_t>(argumentCount)}, settings)) return usageError;
-    if (settings.games < 1 || settings.nodes < 1 || settings.openingPlies < 0 || settings.openingPlies > mostRandomPlies) {
+    if (settings.games < 1 || settings.nodes < 1 || settings.openingPlies < 0 ||
+        settings.openingPlies > mostRandomPlies) {
         std::fprintf(stderr, "Games and nodes above 0, and 0 to %d random plies, are needed.\n", mostRandomPlies);
         return usageError;
     }
