@@ -24,7 +24,7 @@ struct OpenValue {
 // In the order of parameterRows.
 std::vector<OpenValue> openValues();
 
-// Two open values that lie side by side in a row of parameters, or on squares that touch along an edge in a board.
+// Two open values that lie side by side in a row of parameters, or touch along an edge where it is drawn as a table.
 struct Neighbours {
     std::uint16_t first; // indices of open values
     std::uint16_t second;
