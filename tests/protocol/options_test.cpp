@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <regex>
 #include <sstream>
@@ -33,6 +34,24 @@ constexpr int largestInt = std::numeric_limits<int>::max();
 OptionRequest requestOf(const std::string& line) { return readOptionRequest(Words(line.c_str())); }
 
 std::string answerToOption(const std::string& words) { return answerTo("setoption name " + words); }
+
+// The options that "uci" shows, in its order: those without and with a range, each as its format says ($1 the name, $2
+// the type, $3 the default, $4 and $5 the range).
+std::vector<std::string> shownOptions(const char* plain, const char* ranged) {
+    const std::regex optionLine("option name (.*) type (.*) default (\\S+)(?: min (\\S+) max (\\S+))?");
+    std::vector<std::string> shown;
+    std::istringstream answer(answerTo("uci"));
+    for (std::string line; std::getline(answer, line);) {
+        std::smatch is;
+        if (std::regex_match(line, is, optionLine)) shown.push_back(is.format(is[4].matched ? ranged : plain));
+    }
+    return shown;
+}
+
+std::string textOf(const std::string& document) {
+    std::ifstream file(HELVAN_SOURCE_ROOT "/../" + document);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
 
 // Every setting gets its value back after each test, and whatever was built from it.
 class Options : public ::testing::Test {
@@ -101,25 +120,25 @@ TEST_F(Options, NamesIgnoreCaseAndNumbersAreTakenAsGiven) {
 
 // The tables of the documents say what "uci" says, row by row.
 TEST_F(Options, AreListedInTheDocuments) {
-    const std::regex optionLine("option name (.*) type (.*) default (\\S+)(?: min (\\S+) max (\\S+))?");
-    std::vector<std::string> rows;
-    std::istringstream answer(answerTo("uci"));
-    for (std::string line; std::getline(answer, line);) {
-        std::smatch is;
-        if (!std::regex_match(line, is, optionLine)) continue;
-        const std::string range = is[4].matched ? is.format("$4 to $5 |") : "|";
-        rows.push_back(is.format("| $1 | $2 | $3 | ") + range);
-    }
+    const std::vector<std::string> rows = shownOptions("| $1 | $2 | $3 | |", "| $1 | $2 | $3 | $4 to $5 |");
     EXPECT_FALSE(rows.empty());
     for (const char* document : {"README.md", "docs/uci.md"}) {
-        std::ifstream file(std::string(HELVAN_SOURCE_ROOT "/../") + document);
+        std::istringstream text(textOf(document));
         std::vector<std::string> listed;
         const std::regex row("\\|[^|]*\\| (check|spin|string) \\|[^|]*\\|[^|]*\\|");
         std::smatch found;
-        for (std::string line; std::getline(file, line);) {
+        for (std::string line; std::getline(text, line);) {
             if (std::regex_search(line, found, row)) listed.push_back(found.str());
         }
         EXPECT_EQ(listed, rows) << document;
+    }
+}
+
+TEST_F(Options, AreInTheManPage) {
+    const std::string unquoted = std::regex_replace(textOf("packaging/helvan.6"), std::regex("[\"\\\\]"), "");
+    const std::string page = std::regex_replace(unquoted, std::regex(" +"), " ");
+    for (const std::string& option : shownOptions("$1 ($3)", "$1 ($3, $4 to $5)")) {
+        EXPECT_TRUE(contains(page, option)) << option;
     }
 }
 
