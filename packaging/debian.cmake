@@ -20,6 +20,11 @@ file(WRITE ${docs}/copyright
   "Files: *\nCopyright: ${holders}\nLicense: Expat\n ${licence}\n")
 file(REMOVE ${docs}/LICENSE)
 
+file(READ ${docs}/README.md readme)
+string(REPLACE "(LICENSE)" "(copyright)" readme "${readme}")
+string(REPLACE "(CHANGELOG.md)" "(changelog.gz)" readme "${readme}")
+file(WRITE ${docs}/README.md "${readme}")
+
 # The date is that of SOURCE_DATE_EPOCH where it is set.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 file(WRITE ${docs}/changelog.Debian
