@@ -20,15 +20,34 @@ namespace helvan {
 
 namespace {
 
-constexpr const char* keywords[] = {"infinite", "ponder", "nodes",     "wtime",    "btime",      "winc",
-                                    "binc",     "depth",  "movestogo", "movetime", "searchmoves"};
-
-bool isKeyword(const char* word) {
-    return std::any_of(std::begin(keywords), std::end(keywords),
-                       [&](const char* keyword) { return std::strcmp(word, keyword) == 0; });
-}
-
 double secondsFromText(const char* milliseconds) { return static_cast<double>(int64FromText(milliseconds)) / 1000.0; }
+
+// A word of "go", and how it and the value behind it are read.
+struct Keyword {
+    const char* word;
+    bool hasValue;
+    void (*read)(GoParameters& go, const char* value);
+};
+
+constexpr Keyword keywords[] = {
+    {"infinite", false, [](GoParameters& go, const char*) { go.infinite = true; }},
+    {"ponder", false, [](GoParameters& go, const char*) { go.ponder = true; }},
+    {"nodes", true, [](GoParameters& go, const char* value) { go.nodeLimit = int64FromText(value); }},
+    {"wtime", true, [](GoParameters& go, const char* value) { go.whiteTime = secondsFromText(value); }},
+    {"btime", true, [](GoParameters& go, const char* value) { go.blackTime = secondsFromText(value); }},
+    {"winc", true, [](GoParameters& go, const char* value) { go.whiteIncrement = secondsFromText(value); }},
+    {"binc", true, [](GoParameters& go, const char* value) { go.blackIncrement = secondsFromText(value); }},
+    {"movestogo", true, [](GoParameters& go, const char* value) { go.movesToGo = intFromText(value); }},
+    {"movetime", true, [](GoParameters& go, const char* value) { go.moveTime = secondsFromText(value); }},
+    {"depth", true, [](GoParameters& go, const char* value) { go.depth = intFromText(value); }},
+    {"searchmoves", false, [](GoParameters&, const char*) {}}}; // the moves are the words up to the next keyword
+
+const Keyword* findKeyword(const char* word) {
+    const auto* const found = std::find_if(std::begin(keywords), std::end(keywords), [&](const Keyword& keyword) {
+        return std::strcmp(word, keyword.word) == 0;
+    });
+    return found != std::end(keywords) ? found : nullptr;
+}
 
 // The seconds for this move from the mover's clock. Sets how far the search may run beyond them.
 double allotFromClock(const GoParameters& go, Colour mover) {
@@ -36,7 +55,7 @@ double allotFromClock(const GoParameters& go, Colour mover) {
                               .incrementSeconds = mover == white ? go.whiteIncrement : go.blackIncrement,
                               .movesToGo = go.movesToGo,
                               .overheadMilliseconds = moveOverheadMilliseconds};
-    const bool byMoves = go.movesToGo != 0 || go.depth < 0;
+    const bool byMoves = go.movesToGo != 0 || go.depth < 0; // a negative depth: deliberately
     const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
     searchState.longestSafe = longestSafeSeconds(clock);
     if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;
@@ -62,33 +81,14 @@ void answerUnplayable(const char* reason) {
 
 GoParameters readGoParameters(const Words& words) {
     GoParameters go;
+    bool namingMoves = false;
     for (int i = 1; i < words.count; ++i) {
-        const auto value = [&] { return words[++i]; };
-        if (words.is(i, "infinite")) {
-            go.infinite = true;
-        } else if (words.is(i, "ponder")) {
-            go.ponder = true;
-        } else if (words.is(i, "nodes")) {
-            go.nodeLimit = int64FromText(value());
-        } else if (words.is(i, "wtime")) {
-            go.whiteTime = secondsFromText(value());
-        } else if (words.is(i, "btime")) {
-            go.blackTime = secondsFromText(value());
-        } else if (words.is(i, "winc")) {
-            go.whiteIncrement = secondsFromText(value());
-        } else if (words.is(i, "binc")) {
-            go.blackIncrement = secondsFromText(value());
-        } else if (words.is(i, "movestogo")) {
-            go.movesToGo = intFromText(value());
-        } else if (words.is(i, "movetime")) {
-            go.moveTime = secondsFromText(value());
-        } else if (words.is(i, "depth")) {
-            go.depth = intFromText(value());
-        } else if (words.is(i, "searchmoves")) {
-            for (; i + 1 < words.count && !isKeyword(words[i + 1]); ++i) {
-                go.searchMoves += words[i + 1];
-                go.searchMoves += ' ';
-            }
+        if (const Keyword* keyword = findKeyword(words[i]); keyword != nullptr) {
+            namingMoves = words.is(i, "searchmoves");
+            keyword->read(go, keyword->hasValue ? words[++i] : "");
+        } else if (namingMoves) {
+            go.searchMoves += words[i];
+            go.searchMoves += ' ';
         }
     }
     return go;
@@ -102,8 +102,6 @@ void goCommand(const Words& words) {
     const SearchScope scope;
     const GoParameters go = readGoParameters(words);
     searchState.pondering = go.ponder || go.infinite ? 1 : 0;
-    searchState.fixedMoveTime = 0.0;
-    searchState.longestSafe = unlimitedSeconds;
     if (go.nodeLimit >= 0) nodeCounter.limit = static_cast<std::uint64_t>(go.nodeLimit);
 
     const Position& position = gameHistory.current();

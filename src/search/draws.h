@@ -18,4 +18,9 @@ bool recognisedDraw(const Position& position, int ply);
 // The option "Drawscore", kept clear of the mates.
 int usedDrawScore();
 
+// What a draw is worth to the side that moves at the ply: the option for whoever moves at the root and its negative for
+// the other where the draw stands on the board already (recognised draws, and all draws in the quiescence search), the
+// other way round where a move makes it.
+inline int drawScoreAt(int ply) { return ply % 2 == 0 ? usedDrawScore() : -usedDrawScore(); }
+
 } // namespace helvan

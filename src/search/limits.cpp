@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <limits>
 #include <thread>
 
 namespace helvan {
@@ -40,7 +39,7 @@ void setDeadlines(double allotted) {
         searchState.hardDeadline = start + allotted;
         searchState.softDeadline = searchState.hardDeadline;
     } else if (allotted >= noTimeGoalSeconds) {
-        searchState.hardDeadline = std::numeric_limits<double>::infinity();
+        searchState.hardDeadline = unlimitedSeconds;
         searchState.softDeadline = searchState.hardDeadline;
     } else {
         searchState.hardDeadline = start + std::min(hardLimitPercent / 100.0 * allotted, searchState.longestSafe);
@@ -83,6 +82,7 @@ void stopAllSearches() {
 SearchScope::SearchScope() : outerState(searchState), outerCounter(nodeCounter) {
     if (runningSearches == 0) allStopped = false;
     ++runningSearches;
+    searchState = SearchState{};
     nodeCounter = NodeCounter{};
 }
 

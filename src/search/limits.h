@@ -20,19 +20,19 @@ inline constexpr double shortestSeconds = 0.0001;
 inline constexpr double unlimitedSeconds = std::numeric_limits<double>::infinity();
 
 struct SearchState {
-    double searchStartTime = 0.0;          // all times in seconds on the clock of now()
-    double hardDeadline = 0.0;             // the search is broken off when it is passed
-    double softDeadline = 0.0;             // no iteration starts after it
-    double fixedMoveTime = 0.0;            // seconds of "go movetime", else 0
-    double longestSafe = unlimitedSeconds; // what the clock can bear; the hard deadline is not later
-    int timeUp = 0;                        // 1 once an iteration ended after the soft deadline
-    int pondering = 0;                     // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
-    int firstIteration = 0;                // 1 while depth 1 is searched, which is not interrupted
+    double searchStartTime = 0.0;           // all times in seconds on the clock of now()
+    double hardDeadline = unlimitedSeconds; // the search is broken off when it is passed
+    double softDeadline = unlimitedSeconds; // no iteration starts after it
+    double fixedMoveTime = 0.0;             // seconds of "go movetime", else 0
+    double longestSafe = unlimitedSeconds;  // what the clock can bear; the hard deadline is not later
+    int timeUp = 0;                         // 1 once an iteration ended after the soft deadline
+    int pondering = 0;      // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
+    int firstIteration = 0; // 1 while depth 1 is searched, which is not interrupted
 };
 
 inline SearchState searchState;
 
-// The hard deadline as a share of the allotment. Keeps its value from search to search.
+// The hard deadline as a share of the allotment, in percent. Keeps its value from search to search.
 inline int hardLimitPercent = 500;
 
 // Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go on
@@ -77,8 +77,9 @@ bool isSearching();
 // Marks the running search and every one that it interrupted as stopped: the command "stop".
 void stopAllSearches();
 
-// The process-wide state of one search. A "go" that arrives in the middle of a search runs inside it: while
-// this object lives the new search has the state for itself, then the interrupted one gets its own back.
+// The process-wide state of one search. A "go" that arrives in the middle of a search runs inside it: while this object
+// lives the new search has searchState and nodeCounter for itself, without limits at first; then the interrupted one
+// gets its own back.
 class SearchScope {
 public:
     SearchScope();

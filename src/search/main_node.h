@@ -36,7 +36,7 @@ struct MainNode {
     Move bestMove = nullMove;
     std::optional<KingLines> lines; // once a move has been made
     bool bestIsRepetition = false;
-    int moveNumber = 0; // moves made so far
+    int moveNumber = 0; // moves made so far, and one where standing pat counts as a move
     int quietCount = 0;
     Move quiets[maxMoves]; // quiet moves made so far; uninitialised beyond their count
 };
@@ -58,7 +58,8 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
             quietOrderOf(node.position)};
 }
 
-// Whether a side in check has just one legal move. Kept out of its callers, whose stack frames recurse.
+// Whether a side in check has just one legal move; makes three at most. Kept out of its callers, whose stack frames
+// recurse.
 [[gnu::noinline]] inline bool hasSingleReply(const Position& position) {
     MovePicker picker(position, PickerKind::evasions);
     Position child;
@@ -70,10 +71,16 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
     return replies == 1;
 }
 
+// What is looked up once before the node's moves are searched.
+inline void prepareMoves(MainNode& node) {
+    node.counter = counterMoveOf(node.position);
+    node.singleReply = node.inCheck && node.depth / 2 >= singleReplyPlies && hasSingleReply(node.position);
+}
+
 // One move of a node.
 struct MoveState {
     Move move;
-    int number;    // among the node's moves, from 1
+    int number;    // among the node's moves, as moveNumber counts
     bool tactical; // capture or promotion
     bool givesCheck;
     bool quiet; // neither tactical nor a check nor an evasion
@@ -114,7 +121,7 @@ inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& sta
 }
 
 // The draw score of a move that repeats a position or ends the fifty moves.
-inline int repetitionScore(int ply) { return ply % 2 != 0 ? usedDrawScore() : -usedDrawScore(); }
+inline int repetitionScore(int ply) { return -drawScoreAt(ply); }
 
 inline bool capturesIntoPawnEnding(const Position& child) {
     return child.phase == 0 && child.capturedPiece != 0 && child.capturedPiece != pawn;
@@ -123,7 +130,7 @@ inline bool capturesIntoPawnEnding(const Position& child) {
 // The reasons that extend moves at all nodes, in quarter-plies.
 inline int commonExtension(const MainNode& node, const MoveState& state) {
     int extension = 0;
-    if (node.inCheck && node.singleReply) extension += singleReplyExtension;
+    if (node.singleReply) extension += singleReplyExtension;
     if (state.givesCheck) extension += node.singleReply ? singleReplyCheckExtension : checkExtension;
     if (node.position.phase < pawnPushPhase && isFreePawnPush(node.position, state.move)) {
         extension += pawnPushExtension;

@@ -33,8 +33,9 @@ inline constexpr int nullMargin = 5;    // above beta
 inline constexpr int nullMoveDepth = 6; // from here on the null move is searched
 inline constexpr int expectedAllNodeMargin = 70;
 inline constexpr int staticNullMostDepth = 7; // up to here the evaluation alone may decide
-inline constexpr std::array<int, 8> staticNullMargin = {0, 0, 110, 115, 125, 130, 140, 160}; // by depth
-inline constexpr std::array<int, 6> staticNullMargin2 = {0, 0, 10, 15, 30, 35};              // by depth
+// By depth: what is enough by itself, and what is enough beside threatMargin.
+inline constexpr std::array<int, 8> staticNullMargin = {0, 0, 110, 115, 125, 130, 140, 160};
+inline constexpr std::array<int, 6> staticNullMargin2 = {0, 0, 10, 15, 30, 35};
 
 // By the loss, in pawns, that the side to move stands to suffer.
 constexpr int threatMargin(int loss) {
@@ -62,7 +63,8 @@ constexpr std::array<int, 640> makeNullReduction() {
 }
 inline constexpr std::array<int, 640> nullReduction = makeNullReduction();
 
-// Half-plies that a null move is searched less deep, beside the ply of the move itself. surplus: eval - beta.
+// Half-plies that a null move is searched less deep, beside the ply of the move itself. surplus: eval - beta, 0 or
+// more.
 constexpr int nullMoveReduction(int surplus, int phase, int depth) {
     constexpr int fewPieces = 24; // phase
     const int base = phase < fewPieces ? 4000 : 6000;
@@ -88,7 +90,7 @@ inline constexpr int lateMoveCutPlies = 4;
 
 inline constexpr int firstFutileMove = 7;
 
-// 2^k of the futility rule, in centipawns: the deeper, the more a quiet move may still gain.
+// 2^k of the futility rule, in centipawns: the deeper, the more a quiet move may still gain. newDepth: 6 or more.
 constexpr int futilityGain(int newDepth, int parity) { return 1 << (parity != 0 ? newDepth - 6 : newDepth - 4); }
 
 constexpr int futilityBound(int eval, int newDepth, int moveNumber, int parity) {
@@ -111,6 +113,7 @@ constexpr int reducedDepth(int newDepth, int reduction) {
 
 inline constexpr int mostExtension = 4; // of all together, the next one apart
 inline constexpr int intoPawnEndingExtension = 8;
+inline constexpr int singleReplyPlies = 7; // from this depth / 2 on single replies are looked for
 inline constexpr int singleReplyExtension = 2;
 inline constexpr int checkExtension = 2;
 inline constexpr int singleReplyCheckExtension = 4; // instead of the one above

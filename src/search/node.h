@@ -27,7 +27,8 @@ struct TableHit {
     int depth = 0;
     Bound bound = noBound;
 
-    // Whether the stored score settles the window below or above beta; an exact one bounds from both sides.
+    // Whether the stored score, as it stands, settles the window below or above beta; an exact one bounds from both
+    // sides.
     bool settles(int beta) const {
         return found && (((bound & lowerBound) != 0 && beta <= score) || ((bound & upperBound) != 0 && beta > score));
     }
@@ -56,9 +57,6 @@ inline int refinedEval(int eval, const TableHit& hit) {
     default: return eval;
     }
 }
-
-// The drawn score of a recognised draw at the node itself.
-inline int recognisedDrawScore(int ply) { return ply % 2 == 0 ? usedDrawScore() : -usedDrawScore(); }
 
 inline bool isCapture(const Position& position, Move move) {
     return (position.of(opponent(position.sideToMove()), allPieces) & bit(moveTo(move))) != 0 ||

@@ -47,7 +47,8 @@ void clearHistory();
 // The stored answer to the position's last move, 0 if there is none.
 Move counterMoveOf(const Position& position);
 
-// Notes a quiet move that refuted the position, and the quiet moves tried before it without success.
+// Notes a quiet move that refuted the position, ply (below killerPlies) from the root and searched depth half-plies
+// deep, and the quiet moves tried before it without success; the move itself may be among them.
 void noteCutoff(const Position& position, int ply, int depth, Move move, const Move* triedBefore, int triedCount);
 
 } // namespace helvan

@@ -139,7 +139,7 @@ void storePv(const PvNode& node) {
 int searchPv(Position& position, int alpha, int beta, int depth, int ply, Move* pvOut) {
     pvOut[0] = nullMove;
     if (searchMustStop()) return 0;
-    if (recognisedDraw(position, ply)) return recognisedDrawScore(ply);
+    if (recognisedDraw(position, ply)) return drawScoreAt(ply);
     if (ply >= maxPly) return evaluate(position);
     PvNode node(position, alpha, beta, depth, ply);
     position.pvPly = static_cast<std::uint8_t>(ply);
@@ -150,8 +150,7 @@ int searchPv(Position& position, int alpha, int beta, int depth, int ply, Move* 
     deepenInternally(node, pvOut);
     if (nodeCounter.stopSearch != 0) return 0;
     pvOut[0] = nullMove;
-    node.counter = counterMoveOf(position);
-    node.singleReply = node.inCheck && depth / 2 >= 7 && hasSingleReply(position);
+    prepareMoves(node);
     const bool quietCutoff = searchMoves(node, pvOut);
     if (nodeCounter.stopSearch != 0) return 0;
     if (node.moveNumber == 0) return scoreWithoutMoves(node);

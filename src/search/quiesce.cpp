@@ -80,8 +80,7 @@ void searchMoves(QuiescenceNode& node, Move hashMove) {
         const bool drawn = drawnByRule(child);
         int score = 0;
         if (drawn) {
-            // Deliberately the other way round than in the main search.
-            score = node.ply % 2 != 0 ? -usedDrawScore() : usedDrawScore();
+            score = drawScoreAt(node.ply);
         } else {
             if (node.kind == PickerKind::soundCapturesAndChecks && child.inCheck == 0 &&
                 !isTactical(node.position, move)) {
@@ -108,7 +107,7 @@ void storeQuiescence(const QuiescenceNode& node) {
 int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int ply, Move* pvOut) {
     pvOut[0] = nullMove;
     if (searchMustStop()) return 0;
-    if (recognisedDraw(position, ply)) return recognisedDrawScore(ply);
+    if (recognisedDraw(position, ply)) return drawScoreAt(ply);
     if (ply >= maxPly) return evaluate(position);
     QuiescenceNode node{position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// How much less deep late moves are searched, by remaining depth and move number.
+// How much less deep late moves are searched. The move number decides: from two half-plies on the depth makes no
+// difference.
 #pragma once
 
 #include <array>
@@ -11,7 +12,7 @@
 namespace helvan {
 
 inline constexpr int reductionColumns = 400; // move numbers; later moves are reduced like the last one
-inline constexpr int leastReducedDepth = 2;  // half-plies; from there on the depth makes no difference
+inline constexpr int leastReducedDepth = 2;  // half-plies
 
 using ReductionTable = std::array<std::uint8_t, reductionColumns>;
 

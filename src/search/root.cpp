@@ -48,13 +48,8 @@ int orderScoreOf(const Position& position, const Position& child, Move move) {
 }
 
 void sortByOrderScore(RootMoves& moves) {
-    for (int i = 0; i < moves.count; ++i) {
-        for (int j = i + 1; j < moves.count; ++j) {
-            if (moves.list[j].orderScore > moves.list[i].orderScore) {
-                std::rotate(moves.list + i, moves.list + j, moves.list + j + 1); // keeps the order of equals
-            }
-        }
-    }
+    std::stable_sort(moves.list, moves.list + moves.count,
+                     [](const RootMove& a, const RootMove& b) { return a.orderScore > b.orderScore; });
 }
 
 void makeRootMoves(RootMoves& rootMoves, const Position& position) {
@@ -70,7 +65,8 @@ void makeRootMoves(RootMoves& rootMoves, const Position& position) {
     nodeCounter.count = 0;
 }
 
-RootMoveState enterMove(RootNode& node, const Position& child, Move move) {
+// Looks at the move, which has been made, and gives it its depth.
+RootMoveState classifyMove(RootNode& node, const Position& child, Move move) {
     constexpr int forcingExtension = 4, captureExtension = 2; // quarter-plies
     RootMoveState state{};
     const Position& position = node.position;
@@ -140,7 +136,7 @@ int searchRoot(RootSearch& search, Position& position, int depth, int alpha, int
         const std::uint64_t nodesBefore = nodeCounter.count;
         ++node.moveNumber;
         if (node.reportsMoves) printCurrentMove(root.move, node.moveNumber);
-        const RootMoveState state = enterMove(node, child, root.move);
+        const RootMoveState state = classifyMove(node, child, root.move);
         Move line[pvCapacity];
         line[0] = nullMove;
         const int score = searchRootMove(node, child, state, line);

@@ -14,7 +14,7 @@ namespace helvan {
 struct RootMove {
     Move move;
     std::int32_t orderScore; // set before the first iteration
-    std::uint64_t nodes;     // below the move in the latest iteration
+    std::uint64_t nodes;     // below the move when it was last searched
 };
 
 struct RootMoves {

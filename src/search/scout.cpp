@@ -20,8 +20,6 @@ struct ScoutNode : MainNode {
           parity((at.pvPly ^ fromRoot) & 1) {}
 };
 
-// Each rule that may decide the node answers true and sets the score.
-
 bool extendedAtHorizon(const ScoutNode& node) {
     Position& position = node.position;
     if (node.depth < 0 || position.horizonMark != 0 || node.excluded != nullMove || node.inCheck) return false;
@@ -39,6 +37,8 @@ int searchHorizon(const ScoutNode& node, Move* pvOut) {
     node.position.horizonMark = 1;
     return searchScout(node.position, node.beta, node.depth + 2, node.ply, pvOut, node.excluded, node.noNull);
 }
+
+// The rules that may decide the node before its moves are searched answer true and set the score.
 
 bool tableCutoff(ScoutNode& node, const TableHit& hit, int& score) {
     if (hit.depth < node.depth || !hit.settles(node.beta)) return false;
@@ -62,7 +62,7 @@ bool hasPieces(const Position& position) {
 
 // The side to move passes; if the enemy cannot even then bring the score under beta, the node fails high.
 bool nullMoveCutoff(ScoutNode& node) {
-    if (node.depth < nullMoveDepth || node.eval < node.beta || !hasPieces(node.position)) return false;
+    if (node.depth < nullMoveDepth || !hasPieces(node.position)) return false;
     const int reduction = nullMoveReduction(node.eval - node.beta, node.position.phase, node.depth);
     Position child;
     Move line[pvCapacity];
@@ -87,12 +87,7 @@ bool nullCutoffs(ScoutNode& node, int& score) {
     if (node.noNull || nullMovePruning == 0 || node.inCheck || absolute(node.beta) > mateBorder) return false;
     if (node.eval < node.beta + nullMargin) return false;
     score = node.beta;
-    if (node.depth >= nullMoveDepth) {
-        if (staticNullCutoff(node) || nullMoveCutoff(node)) return true;
-        score = 0;
-        return nodeCounter.stopSearch != 0;
-    }
-    return staticNullCutoff(node);
+    return staticNullCutoff(node) || nullMoveCutoff(node) || nodeCounter.stopSearch != 0;
 }
 
 // So far under beta that only tactics can help: if the quiescence search finds none, the node fails low.
@@ -118,7 +113,7 @@ PickerKind chooseMoves(ScoutNode& node) {
         return PickerKind::everyMove;
     }
     node.tacticalOnly = true;
-    node.moveNumber = 1;
+    node.moveNumber = 1; // standing pat counts as a move: that no capture helps is neither mate nor stalemate
     node.best = node.eval;
     return PickerKind::soundCaptures;
 }
@@ -268,7 +263,7 @@ int searchWithoutMove(Position& position, int beta, int depth, int ply, Move has
 int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove, bool noNull) {
     pvOut[0] = nullMove;
     if (searchMustStop()) return 0;
-    if (recognisedDraw(position, ply)) return recognisedDrawScore(ply);
+    if (recognisedDraw(position, ply)) return drawScoreAt(ply);
     if (ply >= maxPly) return evaluate(position);
     ScoutNode node(position, beta, depth, ply, excludedMove, noNull);
     if (depth < 2) return searchHorizon(node, pvOut);
@@ -291,8 +286,7 @@ int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, M
     if (nullCutoffs(node, score) || razored(node, score)) return nodeCounter.stopSearch != 0 ? 0 : score;
 
     MovePicker picker = openPicker(node, chooseMoves(node));
-    node.counter = counterMoveOf(position);
-    node.singleReply = node.inCheck && node.depth / 2 >= 7 && hasSingleReply(position);
+    prepareMoves(node);
     const bool quietCutoff = searchMoves(node, picker, pvOut);
     if (nodeCounter.stopSearch != 0) return 0;
     if (node.moveNumber == 0) return excludedMove != nullMove ? beta - 1 : scoreWithoutMoves(node);

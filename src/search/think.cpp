@@ -129,15 +129,15 @@ Window firstWindow(const Iterations& search) {
     return {maximum(-infiniteScore, s0 - half), minimum(infiniteScore, s0 + half)};
 }
 
-constexpr double widening = 1.5;
+// A window that failed is made half as wide again beyond the failing score.
 
 Window belowFailure(int score, Window window) {
-    const int alpha = static_cast<int>(score + 1 - widening * window.width());
+    const int alpha = (2 * (score + 1) - 3 * window.width()) / 2;
     return {maximum(-infiniteScore, alpha), minimum(infiniteScore, score + 1)};
 }
 
 Window aboveFailure(int score, Window window) {
-    const int beta = static_cast<int>(score - 1 + widening * window.width());
+    const int beta = (2 * (score - 1) + 3 * window.width()) / 2;
     return {maximum(-infiniteScore, score - 1), minimum(infiniteScore, beta)};
 }
 
@@ -214,6 +214,7 @@ void searchRanks(Iterations& search) {
         std::copy(std::begin(pv), std::end(pv), line.pv);
         search.lineCount = maximum(search.lineCount, rank + 1);
         words = withoutWord(words, textOf(pv[0]));
+        // The first iteration has one rank: it makes the list of moves, and counts nodes from 0.
         if (words.empty() || search.depth == 1) return;
     }
 }
