@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "board/fen.h"
+#include "board/validity.h"
 #include "main/self_test.h"
 #include "main/test_fens.h"
 #include "search/limits.h"
@@ -22,15 +22,12 @@ constexpr int benchHashMegabytes = 16;
 
 void printFigures(const char* what, std::uint64_t nodes, double seconds) {
     std::printf("%-72s %11" PRIu64 " nodes %8.3f s %9.0f nodes a second\n", what, nodes, seconds,
-                static_cast<double>(nodes) / (seconds > shortestSeconds ? seconds : shortestSeconds));
+                perSecond(nodes, seconds));
 }
 
 std::uint64_t searchedNodes(const char* fen, int depth) {
-    Position position;
-    setupFromFen(position, fen);
+    const Position position = positionFrom(fen);
     const SearchScope scope;
-    searchState.pondering = 0;
-    searchState.fixedMoveTime = 0.0;
     think(position, noTimeGoalSeconds, depth, "");
     return nodeCounter.count;
 }
@@ -41,18 +38,30 @@ std::vector<std::string> selfTestFens() {
     return fens;
 }
 
-std::vector<std::string> linesOf(const char* fileName) {
-    std::vector<std::string> lines;
+bool holdsPosition(const std::string& line) {
+    return line.find_first_not_of(" \t\r") != std::string::npos && line[0] != '#';
+}
+
+// Empty, with a message, if one cannot be played from: a total without it would pass for the file's signature.
+std::vector<std::string> fensOf(const char* fileName) {
+    std::vector<std::string> fens;
     std::ifstream file(fileName);
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
-    if (lines.empty()) std::fprintf(stderr, "no positions in %s\n", fileName);
-    return lines;
+    for (std::string line; std::getline(file, line);) {
+        if (!holdsPosition(line)) continue;
+        if (unplayableReason(positionFrom(line.c_str())) != nullptr) {
+            std::fprintf(stderr, "cannot be searched: %s\n", line.c_str());
+            return {};
+        }
+        fens.push_back(line);
+    }
+    if (fens.empty()) std::fprintf(stderr, "no positions in %s\n", fileName);
+    return fens;
 }
 
 } // namespace
 
 bool benchSearch(int depth, const char* fileName) {
-    const std::vector<std::string> fens = fileName != nullptr ? linesOf(fileName) : selfTestFens();
+    const std::vector<std::string> fens = fileName != nullptr ? fensOf(fileName) : selfTestFens();
     if (fens.empty()) return false;
     testMode = 1; // prints nothing, and starts every search with empty tables
     hashMegabytes = benchHashMegabytes;

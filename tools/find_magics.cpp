@@ -18,7 +18,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
-#include <numeric>
 #include <set>
 #include <vector>
 

@@ -34,19 +34,6 @@ struct Arguments {
     const char* operator[](int index) const { return values[index]; }
 };
 
-// The position of a FEN argument as the engine plays from it.
-Position positionFrom(const char* fen) {
-    Position position;
-    setupFromFen(position, fen);
-    dropUnfoundedCastlingRights(position);
-    if (const char* reason = unplayableReason(position)) std::fprintf(stderr, "Note: %s.\n", reason);
-    return position;
-}
-
-double perSecond(std::uint64_t count, double seconds) {
-    return static_cast<double>(count) / (seconds > shortestSeconds ? seconds : shortestSeconds);
-}
-
 int showPerft(const Arguments& arguments) {
     std::printf("%" PRIu64 "\n", perft(positionFrom(arguments[0]), intFromText(arguments[1])));
     return 0;
@@ -106,6 +93,7 @@ int benchEval(const Arguments& /*none*/) {
 int bench(const Arguments& arguments) {
     constexpr int usualDepth = 11;
     const int depth = arguments.count > 0 ? intFromText(arguments[0]) : usualDepth;
+    if (depth < 1) return usageError; // a FILE without its DEPTH, perhaps
     return benchSearch(depth, arguments.count > 1 ? arguments[1] : nullptr) ? 0 : 1;
 }
 
@@ -126,7 +114,7 @@ struct Tool {
     const char* answer;
     int minArguments;
     int maxArguments;
-    int (*run)(const Arguments&);
+    int (*run)(const Arguments&); // answers the exit status; usageError shows the usage
 };
 
 constexpr Tool tools[] = {
@@ -154,7 +142,9 @@ int runTool(int argumentCount, char** arguments) {
     for (const Tool& tool : tools) {
         if (std::strcmp(tool.name, arguments[1]) != 0) continue;
         if (rest.count < tool.minArguments || rest.count > tool.maxArguments) break;
-        return tool.run(rest);
+        const int status = tool.run(rest);
+        if (status == usageError) break;
+        return status;
     }
     return printUsage(arguments[0]);
 }

@@ -34,7 +34,7 @@ void putKeys(std::string& bytes, std::uint64_t key) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     initSlidingAttacks();
     std::snprintf(bookFileName, bookFileCapacity, "/tmp/helvan_book_fuzz_%d.bin", static_cast<int>(getpid()));
     std::atexit([] { std::remove(bookFileName); });

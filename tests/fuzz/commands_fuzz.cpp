@@ -42,8 +42,8 @@ bool isSlow(const Words& words) {
 void forgetAll() {
     for (const char* option :
          {"Hash value 1", "OwnBook value false", "MultiPV value 1", "Ponder value true", "Book File value helvan.bin",
-          "use lmr value true", "null move pruning value true", "deterministic value true", "Best Line value false",
-          "Drawscore value 0", "King Safety Aggressiveness value 6", "move overhead milliseconds value 20"}) {
+          "use lmr value true", "null move pruning value true", "deterministic value true", "Best Line value true",
+          "Drawscore value -5", "King Safety Aggressiveness value 6", "move overhead milliseconds value 20"}) {
         handleLine((std::string("setoption name ") + option).c_str());
     }
     resetGame();
@@ -67,7 +67,7 @@ void pollDialogue() {
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     fuzz::prepareEngine();
     pollInput = pollDialogue;
     return 0;

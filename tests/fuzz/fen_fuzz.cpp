@@ -19,7 +19,7 @@
 
 using namespace helvan;
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     fuzz::prepareEngine();
     pollInput = nullptr;
     return 0;
@@ -27,7 +27,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr std::size_t longest = 200; // a longer one is cut by the engine, perhaps before the side to move
-    const std::string fen = fuzz::textOf(data, size).c_str(); // up to its first zero byte
+    const std::string text = fuzz::textOf(data, size);
+    const std::string fen = text.substr(0, text.find('\0'));
     // Without a side to move the process ends, as it should.
     const std::size_t side = fen.find(' ');
     if (side >= longest || side + 1 >= fen.size() || (fen[side + 1] != 'w' && fen[side + 1] != 'b')) return 0;
@@ -50,8 +51,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     evaluate(position);
     const SearchScope scope;
     nodeCounter.limit = fuzz::fewNodes;
-    searchState.pondering = 0;
-    searchState.fixedMoveTime = 0.0;
     think(position, noTimeGoalSeconds, 6, "");
     return 0;
 }

@@ -81,8 +81,8 @@ TEST_F(Limits, AnInnerSearchLeavesTheOuterOneAsItWas) {
         searchState.fixedMoveTime = 0;
         nodeCounter.stopSearch = 1; // by its own limit
     }
-    EXPECT_EQ(nodeCounter.count, 7u);
-    EXPECT_EQ(nodeCounter.limit, 70u);
+    EXPECT_EQ(nodeCounter.count, 7U);
+    EXPECT_EQ(nodeCounter.limit, 70U);
     EXPECT_EQ(searchState.fixedMoveTime, 3);
     EXPECT_EQ(nodeCounter.stopSearch, 0);
 }

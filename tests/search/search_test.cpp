@@ -17,8 +17,6 @@ namespace {
 // What the search prints for the position within a number of iterations.
 std::string thought(const Position& position, int depth, const char* searchMoves = "") {
     const SearchScope scope;
-    searchState.pondering = 0;
-    searchState.fixedMoveTime = 0;
     return printedBy([&] { think(position, noTimeGoalSeconds, depth, searchMoves); });
 }
 
@@ -45,9 +43,11 @@ TEST(Draws, AfterAHundredPliesWithoutProgress) {
 TEST(Quiescence, DeepChecksAreNoMates) {
     Position position = positionOf("4r2k/8/8/8/8/8/3P1P2/4K3 w - -");
     Move line[2];
+    const SearchScope scope;
     for (int depth = 0; depth > -60; depth -= 2) {
         EXPECT_GT(quiesce(position, -infiniteScore, infiniteScore, depth, 5, line), -31000) << depth;
     }
+    EXPECT_EQ(nodeCounter.stopSearch, 0); // or every answer was 0
 }
 
 TEST(Report, ScoresBeyondTheBorderAreMates) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -56,14 +57,13 @@ inline std::vector<Move> legalMovesOf(const Position& position) {
 
 // The game from the position through the moves, which are separated by blanks.
 inline std::vector<Position> play(const std::string& fen, const std::string& moves) {
-    std::istringstream words(moves);
-    std::vector<Position> game(64);
+    std::istringstream text(moves);
+    const std::vector<std::string> words(std::istream_iterator<std::string>(text), {});
+    std::vector<Position> game(words.size() + 1); // each links to the one before it, so all stay in place
     game[0] = positionOf(fen);
-    std::size_t ply = 0;
-    for (std::string word; words >> word; ++ply) {
-        EXPECT_EQ(applyMoveText(game[ply], game[ply + 1], word.c_str()), 1) << word;
+    for (std::size_t ply = 0; ply < words.size(); ++ply) {
+        EXPECT_EQ(applyMoveText(game[ply], game[ply + 1], words[ply].c_str()), 1) << words[ply];
     }
-    game.resize(ply + 1);
     return game;
 }
 

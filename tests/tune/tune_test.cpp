@@ -10,6 +10,7 @@
 #include "support/boards.h"
 #include "support/eval_parameters.h"
 #include "tools/tune/linear_model.h"
+#include "tools/tune/options.h"
 #include "tools/tune/parameter_file.h"
 #include "tools/tune/regression.h"
 
@@ -62,7 +63,7 @@ TEST_F(Tuning, TheModelFollowsTheEvaluation) {
         }
         evalParameters = before;
     }
-    EXPECT_GT(set.size(), 500u);
+    EXPECT_GT(set.size(), 500U);
 }
 
 TEST_F(Tuning, TheSourceIsRewrittenInPlace) {
@@ -110,7 +111,7 @@ TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreads) {
             if (open[i].value == &evalParameters.doubledPawn) found.push_back(outcome.changes[i].opening);
         }
     }
-    ASSERT_EQ(found.size(), 2u);
+    ASSERT_EQ(found.size(), 2U);
     EXPECT_GT(found[0], 0.1);
     EXPECT_EQ(found[0], found[1]);
 }
@@ -153,7 +154,7 @@ TEST_F(Tuning, UnsettledPositionsAreLeftOut) {
     ASSERT_TRUE(addLine(set, "3k4/8/8/3q4/4R3/8/PPP5/6K1 b - -|0.5|0|2")); // takes the rook
     ASSERT_TRUE(addLine(set, "4k3/ppp5/8/8/8/8/PPP5/4K3 w - -|0|30|3"));
     dropUnsettled(set, 5);
-    ASSERT_EQ(set.size(), 1u);
+    ASSERT_EQ(set.size(), 1U);
     EXPECT_EQ(set.games[0], 3);
     EXPECT_EQ(set.results[0], 0.0f);
     EXPECT_EQ(set.scores[0], 30.0f);
@@ -203,7 +204,20 @@ TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
           "4k3/8/8/8/8/8/P7/4K3 w - -|7|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|1|inf|1"}) {
         EXPECT_FALSE(addLine(set, line)) << line;
     }
-    EXPECT_EQ(set.size(), 1u);
+    EXPECT_EQ(set.size(), 1U);
+}
+
+TEST(ToolOptions, OnlyWholeNumbersThatTheTypeHoldsAreTaken) {
+    int number = 0;
+    std::uint64_t seed = 0;
+    double rate = 0.0;
+    EXPECT_TRUE(store("-7", number) && store("18446744073709551615", seed) && store("2e-5", rate));
+    EXPECT_EQ(number, -7);
+    EXPECT_EQ(seed, 18446744073709551615U);
+    EXPECT_EQ(rate, 2e-5);
+    for (const char* text : {"", "x", "7x", "7.5", "2147483648"}) EXPECT_FALSE(store(text, number)) << text;
+    EXPECT_FALSE(store("-1", seed));
+    EXPECT_FALSE(store("1e999", rate));
 }
 
 } // namespace helvan::testing

@@ -3,11 +3,13 @@
 // Command lines of the form "--name value ...".
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <variant>
 
 namespace helvan {
@@ -18,18 +20,16 @@ struct ToolOption {
     const char* help;
 };
 
-// False for a text that is no such number.
-inline bool store(const ToolOption& option, const char* text) {
-    char* end = nullptr;
-    if (auto* const* string = std::get_if<std::string*>(&option.target)) {
-        **string = text;
-        return true;
-    }
-    if (auto* const* number = std::get_if<int*>(&option.target))
-        **number = static_cast<int>(std::strtol(text, &end, 10));
-    if (auto* const* number = std::get_if<std::uint64_t*>(&option.target)) **number = std::strtoull(text, &end, 10);
-    if (auto* const* number = std::get_if<double*>(&option.target)) **number = std::strtod(text, &end);
-    return end != text && *end == '\0';
+// False for a text that is no such number, or none that the type holds.
+template <typename Number> bool store(std::string_view text, Number& number) {
+    const char* textEnd = text.data() + text.size();
+    const auto [end, fault] = std::from_chars(text.data(), textEnd, number);
+    return fault == std::errc() && end == textEnd;
+}
+
+inline bool store(std::string_view text, std::string& string) {
+    string = text;
+    return true;
 }
 
 // Reads all arguments into the options' targets. Prints the options on standard error and answers false at the first
@@ -41,7 +41,8 @@ inline bool readOptions(std::span<char* const> arguments, std::span<const ToolOp
         for (const ToolOption& option : options) {
             if (std::string(arguments[i]) == option.name) named = &option;
         }
-        if (named == nullptr || !store(*named, arguments[i + 1])) break;
+        if (named == nullptr) break;
+        if (!std::visit([&](auto* target) { return store(arguments[i + 1], *target); }, named->target)) break;
     }
     if (i >= arguments.size()) return true;
     std::fprintf(stderr, "usage: %s [OPTION VALUE]...\n\n", arguments[0]);

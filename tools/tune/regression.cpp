@@ -70,12 +70,22 @@ double fittedScale(const std::vector<float>& evaluations, const std::vector<floa
     const auto lossAt = [&](double logarithm) {
         return meanLoss(evaluations, targets, positions, std::exp(logarithm), threads);
     };
+    double left = high - golden * (high - low), right = low + golden * (high - low);
+    double leftLoss = lossAt(left), rightLoss = lossAt(right);
+    // The point that stays inside divides what is left in the same ratio, from the other side.
     for (int step = 0; step < steps; ++step) {
-        const double left = high - golden * (high - low), right = low + golden * (high - low);
-        if (lossAt(left) < lossAt(right)) {
+        if (leftLoss < rightLoss) {
             high = right;
+            right = left;
+            rightLoss = leftLoss;
+            left = high - golden * (high - low);
+            leftLoss = lossAt(left);
         } else {
             low = left;
+            left = right;
+            leftLoss = rightLoss;
+            right = low + golden * (high - low);
+            rightLoss = lossAt(right);
         }
     }
     return std::exp((low + high) / 2);
@@ -211,8 +221,8 @@ private:
 RegressionTask prepareTask(const TrainingSet& set, const LinearModel& model, const RegressionSettings& settings) {
     RegressionTask task;
     for (std::size_t i = 0; i < set.size(); ++i) {
-        const bool validates = set.games[i] % settings.validationEvery == 0;
-        (validates ? task.validation : task.training).push_back(static_cast<std::uint32_t>(i));
+        Positions& kind = isForValidation(set.games[i], settings) ? task.validation : task.training;
+        kind.push_back(static_cast<std::uint32_t>(i));
     }
     task.searchScale = fittedScale(set.scores, set.results, task.training, settings.threads);
     for (std::size_t i = 0; i < set.size(); ++i) {

@@ -43,6 +43,11 @@ struct RegressionOutcome {
     double validationAfter = 0.0;
 };
 
+// Whether a game's positions are for validation. The others are for training.
+inline bool isForValidation(int game, const RegressionSettings& settings) {
+    return game % settings.validationEvery == 0;
+}
+
 // Splits the positions by their games and fits both scales to the training positions. The model is of the set, which
 // has games of both kinds.
 RegressionTask prepareTask(const TrainingSet& set, const LinearModel& model, const RegressionSettings& settings);

@@ -37,7 +37,8 @@ public:
     // Whether it was there and came whole.
     bool close() {
         if (file == nullptr) return false;
-        return (packed ? pclose(file) : std::fclose(file)) == 0;
+        const bool read = std::ferror(file) == 0; // a folder opens, and then cannot be read
+        return (packed ? pclose(file) : std::fclose(file)) == 0 && read;
     }
 
 private:

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
 // Fits the open values of the evaluation to positions with known outcomes and writes them into its source.
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sstream>
 
 #include "board/attacks.h"
@@ -48,7 +50,8 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
     const bool usable = !settings.data.empty() && r.batch > 0 && r.threads > 0 && r.validationEvery > 1 &&
                         r.blend >= 0 && r.blend <= 1 && r.patience >= 0;
     if (!usable)
-        std::fprintf(stderr, "Needed: --data FILE; batch and threads above 0, validation above 1, blend 0 to 1.\n");
+        std::fprintf(stderr, "Needed: --data FILE; batch and threads above 0, validation above 1, blend 0 to 1, "
+                             "patience 0 or more.\n");
     return usable;
 }
 
@@ -76,13 +79,19 @@ void report(const TrainingSet& set, const RegressionTask& task, const Regression
 
 // By way of a file beside it, so that the source is never half written.
 bool rewrite(const std::string& path, const std::string& source, const std::vector<PackedScore>& before) {
-    const std::string text = withPresentParameters(source, before).value_or("");
+    const std::optional<std::string> text = withPresentParameters(source, before);
     const std::string beside = path + ".new";
-    const bool written = static_cast<bool>(std::ofstream(beside) << text << std::flush);
+    const bool written = text && std::ofstream(beside) << *text << std::flush;
     std::error_code failure;
     if (written) std::filesystem::rename(beside, path, failure);
     if (!written || failure) std::fprintf(stderr, "%s could not be written.\n", path.c_str());
     return written && !failure;
+}
+
+bool hasBothKindsOfGames(const TrainingSet& set, const RegressionSettings& settings) {
+    const auto validates = [&](int game) { return isForValidation(game, settings); };
+    const auto validating = std::count_if(set.games.begin(), set.games.end(), validates);
+    return validating > 0 && validating < static_cast<std::ptrdiff_t>(set.size());
 }
 
 double secondsSince(std::chrono::steady_clock::time_point start) {
@@ -106,13 +115,13 @@ int tune(const Settings& settings) {
         std::fprintf(stderr, "No positions in %s.\n", settings.data.c_str());
         return 1;
     }
-    const std::vector<OpenValue> open = openValues();
-    const LinearModel model = linearModelOf(set, open, true);
-    const RegressionTask task = prepareTask(set, model, settings.regression);
-    if (task.training.empty() || task.validation.empty()) {
+    if (!hasBothKindsOfGames(set, settings.regression)) {
         std::fprintf(stderr, "Needed: games whose number --validation divides, and others.\n");
         return 1;
     }
+    const std::vector<OpenValue> open = openValues();
+    const LinearModel model = linearModelOf(set, open, true);
+    const RegressionTask task = prepareTask(set, model, settings.regression);
     std::printf("%zu positions, %zu for validation, %zu unsettled left out; %zu open values, %.1f of them a position\n",
                 set.size(), task.validation.size(), all - set.size(), open.size(),
                 static_cast<double>(model.coefficients.size()) / static_cast<double>(set.size()));

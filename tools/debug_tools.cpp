@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "tools/debug_tools.h"
+
+#include <cstdio>
+
+#include "board/fen.h"
+#include "board/validity.h"
+#include "search/limits.h"
+
+namespace helvan {
+
+Position positionFrom(const char* fen) {
+    Position position;
+    setupFromFen(position, fen);
+    dropUnfoundedCastlingRights(position);
+    if (const char* reason = unplayableReason(position)) std::fprintf(stderr, "Note: %s.\n", reason);
+    return position;
+}
+
+double perSecond(std::uint64_t count, double seconds) {
+    return static_cast<double>(count) / (seconds > shortestSeconds ? seconds : shortestSeconds);
+}
+
+} // namespace helvan
