@@ -1,5 +1,6 @@
 # The search's signature against the one on file: cmake -DBENCH=... -DSIGNATURE_FILE=... -P check_bench.cmake
-# The file holds the depth and the total of nodes; whoever changes the search on purpose writes the new total there.
+# The file holds the depth and the total of nodes; after a change of the search on purpose scripts/update-self-test
+# writes the new total there.
 file(READ "${SIGNATURE_FILE}" expected)
 string(REGEX MATCH "depth ([0-9]+)" unused "${expected}")
 set(depth ${CMAKE_MATCH_1})
