@@ -49,17 +49,18 @@ Rooms readRooms() {
 
 TEST(Structure, IncludesRunOneWay) {
     const Rooms rooms = readRooms();
-    EXPECT_GT(rooms.size(), 20u);
+    EXPECT_GT(rooms.size(), 20U);
     for (const auto& [room, included] : rooms) {
         for (const std::string& target : included) {
-            EXPECT_TRUE(rooms.count(target)) << room << " includes " << target << ", written from elsewhere than src/";
-            if (leaves.count(target) || folderOf(target) == folderOf(room)) continue;
+            EXPECT_TRUE(rooms.contains(target))
+                << room << " includes " << target << ", written from elsewhere than src/";
+            if (leaves.contains(target) || folderOf(target) == folderOf(room)) continue;
             EXPECT_GT(levels.at(folderOf(room)), levels.at(folderOf(target))) << room << " includes " << target;
         }
     }
     for (const std::string& leaf : leaves) {
         for (const std::string& target : rooms.at(leaf))
-            EXPECT_TRUE(leaves.count(target)) << leaf << " includes " << target;
+            EXPECT_TRUE(leaves.contains(target)) << leaf << " includes " << target;
     }
 }
 
@@ -70,7 +71,7 @@ TEST(Structure, NoCircles) {
         before = rooms.size();
         std::erase_if(rooms, [](const auto& entry) { return entry.second.empty(); });
         for (auto& entry : rooms) {
-            std::erase_if(entry.second, [&](const std::string& target) { return rooms.count(target) == 0; });
+            std::erase_if(entry.second, [&](const std::string& target) { return !rooms.contains(target); });
         }
     }
     for (const auto& entry : rooms) ADD_FAILURE() << entry.first << " is in a circle of includes, or before one";

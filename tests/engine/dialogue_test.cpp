@@ -165,7 +165,7 @@ TEST(Dialogue, LogHoldsEveryLineWhole) {
     const std::string log((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     std::remove(name.c_str());
     const std::string head = "uci -> " + longLine + "\ncmd = isready\nuci -> go depth 1\ncmd = go\n";
-    EXPECT_EQ(log.rfind(head, 0), 0u);
+    EXPECT_EQ(log.rfind(head, 0), 0U);
     EXPECT_NE(log.find(head, 1), std::string::npos) << "the second run's text follows the first's";
     EXPECT_NE(log.find("\nbestmove "), std::string::npos);
 }

@@ -47,7 +47,7 @@ TEST(CommandLine, FaultsAreNamed) {
 
 TEST(CommandLine, OverlongFileNamesAreCut) {
     const std::string name(10000, 'x');
-    EXPECT_EQ(std::string(read({"-log", name.c_str()}).settings.logFileName).size(), textArgumentCapacity - 1u);
+    EXPECT_EQ(std::string(read({"-log", name.c_str()}).settings.logFileName).size(), textArgumentCapacity - 1U);
 }
 
 } // namespace helvan::testing

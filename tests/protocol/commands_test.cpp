@@ -34,7 +34,7 @@ TEST(CommandQueue, KeepsOrderAndLosesAllWhenItOverflows) {
     }
     appendLine(*queue, std::string(3 * lineCapacity, 'x').c_str());
     ASSERT_TRUE(takeLine(*queue, line));
-    EXPECT_EQ(std::string(line).size(), lineCapacity - 1u);
+    EXPECT_EQ(std::string(line).size(), lineCapacity - 1U);
 }
 
 static_assert(commandHash("ponderhit") == 0x5D4738F2, "the published hash");
@@ -74,7 +74,7 @@ TEST(Commands, PositionKeepsTheLastGoodState) {
 TEST(Commands, MovesOfAPositionCommandAreNoNodes) {
     nodeCounter = NodeCounter{.count = 5, .limit = 5};
     EXPECT_EQ(answerTo("position startpos moves e2e4 e7e5"), "");
-    EXPECT_EQ(nodeCounter.count, 5u);
+    EXPECT_EQ(nodeCounter.count, 5U);
     EXPECT_EQ(nodeCounter.stopSearch, 0);
     nodeCounter = NodeCounter{};
 }

@@ -156,7 +156,7 @@ TEST_F(Options, HashIsFreedAndAllocated) {
     EXPECT_EQ(answerToOption("Hash value 2"), "info string Hash table size is now 2 meg\n");
     EXPECT_EQ(transpositionTable.bucketCount, bucketCountFor(2));
     EXPECT_EQ(answerToOption("Hash value 0"), "info string Hash tables turned OFF\n");
-    EXPECT_EQ(transpositionTable.bucketCount, 0u);
+    EXPECT_EQ(transpositionTable.bucketCount, 0U);
     EXPECT_EQ(answerToOption("hash value -5"), "info string Hash tables turned OFF\n");
     EXPECT_EQ(hashMegabytes, -5);
 }
