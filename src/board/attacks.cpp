@@ -225,8 +225,12 @@ Bitboard attackMap(const Position& position, Colour colour) {
 }
 
 Bitboard exposedSquares(const Position& position, Colour colour) {
+    return exposedSquares(position, colour, inCheck(position, colour) != 0);
+}
+
+Bitboard exposedSquares(const Position& position, Colour colour, bool isInCheck) {
     const Bitboard kings = position.of(colour, king);
-    if (popCount(kings) != 1 || checkersOf(position, colour) != 0) return ~Bitboard{0};
+    if (isInCheck || popCount(kings) != 1) return ~Bitboard{0};
     return kings | loneBlockers(position, lowestBit(kings), opponent(colour));
 }
 

@@ -105,6 +105,9 @@ inline int inCheck(const Position& position, Colour colour) { return checkersOf(
 // king. A move from any other square, en passant apart, needs no test.
 Bitboard exposedSquares(const Position& position, Colour colour);
 
+// The same, sooner, where it is known whether the colour is in check.
+Bitboard exposedSquares(const Position& position, Colour colour, bool isInCheck);
+
 // The squares of single pieces, whosever, between the square and a slider of the colour that looks at it.
 Bitboard loneBlockers(const Position& position, Square square, Colour sliders);
 

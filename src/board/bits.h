@@ -37,17 +37,8 @@ constexpr int manhattanDistance(Square a, Square b) {
     return absolute(fileOf(a) - fileOf(b)) + absolute(rankOf(a) - rankOf(b));
 }
 
-// The integer whose square is nearest to n; 0 for n below 1.
-constexpr int roundedSquareRoot(int n) {
-    std::int64_t root = 0;
-    // The root of n is nearer to k than to k - 1 from (k - 1/2) squared = k x (k - 1) + 1/4 on, which no integer
-    // hits: the answer is the largest k with n > k x (k - 1).
-    for (std::int64_t step = std::int64_t{1} << 15; step != 0; step /= 2) {
-        const std::int64_t candidate = root + step;
-        if (n > candidate * (candidate - 1)) root = candidate;
-    }
-    return static_cast<int>(root);
-}
+// The squares to the left and to the right of the given ones.
+constexpr Bitboard squaresBeside(Bitboard squares) { return ((squares & ~fileA) >> 1) | ((squares & ~fileH) << 1); }
 
 constexpr Bitboard pawnAttacksEast(Colour colour, Bitboard pawns) {
     return colour == white ? (pawns & ~fileH) << 9 : (pawns & ~fileH) >> 7;

@@ -42,9 +42,8 @@ bool givesCheck(const Position& position, Move move) {
 
 KingLines::KingLines(const Position& position, bool inCheck) {
     const Colour us = position.sideToMove();
-    const Bitboard own = position.of(us, king);
     const Bitboard enemy = position.of(opponent(us), king);
-    exposed = inCheck || popCount(own) != 1 ? ~Bitboard{0} : own | loneBlockers(position, lowestBit(own), opponent(us));
+    exposed = exposedSquares(position, us, inCheck);
     oneEnemyKing = popCount(enemy) == 1;
     if (!oneEnemyKing) return;
     const Square square = lowestBit(enemy);

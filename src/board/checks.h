@@ -17,7 +17,7 @@ struct KingLines {
     // inCheck: whether the side to move is.
     KingLines(const Position& position, bool inCheck);
 
-    // What the functions above and in moves.h answer, sooner.
+    // givesCheck above, and moverLeftInCheck of a child of the same position, sooner.
     bool givesCheck(const Position& position, Move move) const;
     bool leavesInCheck(const Position& child) const;
 

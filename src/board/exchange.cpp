@@ -83,6 +83,13 @@ private:
     }
 };
 
+// The capture on the square by the colour's least valuable attacker, or nullMove if it has none.
+Move cheapestCapture(const Position& position, Square square, Colour colour) {
+    const Bitboard attackers = attackersOf(position, square, colour, position.occupied());
+    if (attackers == 0) return nullMove;
+    return encodeMove(lowestBit(leastValuable(position, colour, attackers).square), square);
+}
+
 } // namespace
 
 int see(const Position& position, Move move, int flip) {
@@ -121,17 +128,13 @@ bool seeAtLeast(const Position& position, Move move, int threshold, int flip) {
 }
 
 int captureGain(const Position& position, Square square, Colour colour) {
-    const Bitboard attackers = attackersOf(position, square, colour, position.occupied());
-    if (attackers == 0) return 0;
-    const Square from = lowestBit(leastValuable(position, colour, attackers).square);
-    return maximum(see(position, encodeMove(from, square), colour ^ position.sideToMove()), 0);
+    const Move capture = cheapestCapture(position, square, colour);
+    return capture == nullMove ? 0 : maximum(see(position, capture, colour ^ position.sideToMove()), 0);
 }
 
 bool isEnPrise(const Position& position, Square square, Colour colour) {
-    const Bitboard attackers = attackersOf(position, square, colour, position.occupied());
-    if (attackers == 0) return false;
-    const Square from = lowestBit(leastValuable(position, colour, attackers).square);
-    return seeAtLeast(position, encodeMove(from, square), 1, colour ^ position.sideToMove());
+    const Move capture = cheapestCapture(position, square, colour);
+    return capture != nullMove && seeAtLeast(position, capture, 1, colour ^ position.sideToMove());
 }
 
 } // namespace helvan

@@ -15,9 +15,9 @@ inline constexpr int fenBufferSize = 80;
 // Fills the whole position from the first 255 characters of the text; an empty text is the start position.
 // The two counters are not read: fifty is 0 and ply 0 (white to move) or 1. pstScore and phase stay 0.
 //
-// Deliberate: an en-passant field never makes a capture possible, it only becomes lastMove. Malformed text is
-// taken as it comes (unknown letters take up a square, squares past the 64th place nothing); only a side to
-// move other than 'w' or 'b' is refused, with a message on standard error and the end of the process.
+// An en-passant field never makes a capture possible, it only becomes lastMove. Malformed text is taken as it
+// comes (unknown letters take up a square, squares past the 64th place nothing); only a side to move other than
+// 'w' or 'b' is refused, with a message on standard error and the end of the process.
 void setupFromFen(Position& position, const char* text);
 
 // Writes the placement and the side to move, then " - -": castling rights, en-passant square and counters are

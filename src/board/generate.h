@@ -11,27 +11,28 @@
 
 namespace helvan {
 
+// Hands every move of the movers, all of one type and no pawns, onto the targets to emit.
+template <typename Emit>
+void eachPieceStep(PieceType type, Bitboard movers, Bitboard occupied, Bitboard targets, Emit emit) {
+    while (movers != 0) {
+        const Square from = popLowestBit(movers);
+        for (Bitboard reached = pieceAttacks(type, from, occupied) & targets; reached != 0;) {
+            emit(encodeMove(from, popLowestBit(reached)), type);
+        }
+    }
+}
+
 // All pieces but pawns and kings, which have generators of their own.
 template <typename Emit> void generatePieces(const Position& position, Bitboard targets, Emit emit) {
     const Colour us = position.sideToMove();
     const Bitboard occupied = position.occupied();
     for (PieceType type = knight; type <= queen; ++type) {
-        for (Bitboard movers = position.of(us, type); movers != 0;) {
-            const Square from = popLowestBit(movers);
-            for (Bitboard reached = pieceAttacks(type, from, occupied) & targets; reached != 0;) {
-                emit(encodeMove(from, popLowestBit(reached)), type);
-            }
-        }
+        eachPieceStep(type, position.of(us, type), occupied, targets, emit);
     }
 }
 
 template <typename Emit> void generateKing(const Position& position, Bitboard targets, Emit emit) {
-    for (Bitboard kings = position.of(position.sideToMove(), king); kings != 0;) {
-        const Square from = popLowestBit(kings);
-        for (Bitboard reached = kingAttacks[from] & targets; reached != 0;) {
-            emit(encodeMove(from, popLowestBit(reached)), king);
-        }
-    }
+    eachPieceStep(king, position.of(position.sideToMove(), king), position.occupied(), targets, emit);
 }
 
 // Hands every pawn step from the given pawns onto the targets to emit(from, to), east, west and forward:

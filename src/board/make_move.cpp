@@ -73,8 +73,7 @@ void takeVictim(Position& child, Colour victimColour, Square square) {
 }
 
 void noteDoublePush(Position& child, Colour enemy, Square from, Square to) {
-    const Bitboard beside = ((bit(to) & ~fileA) >> 1) | ((bit(to) & ~fileH) << 1);
-    if ((beside & child.of(enemy, pawn)) == 0) return;
+    if ((squaresBeside(bit(to)) & child.of(enemy, pawn)) == 0) return;
     const Square passed = (from + to) / 2;
     child.epSquare = bit(passed);
     child.key ^= epKeys[passed];

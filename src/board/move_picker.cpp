@@ -15,8 +15,11 @@ namespace {
 
 using enum PickerStage;
 
+constexpr int longestStageList = 7;
+
+// By PickerKind.
 // clang-format off
-constexpr PickerStage stageLists[5][10] = {
+constexpr PickerStage stageLists[][longestStageList] = {
     {hashMove, captures, firstKiller, secondKiller, quietMoves, deferred, end},
     {hashMove, captures, quietChecks, deferred, end},
     {hashMove, captures, quietChecks, end},
@@ -161,8 +164,8 @@ void generateEvasions(MovePicker& picker) {
     appendUnderPromotions(picker, captureTargets, blockTargets);
 }
 
-// Quiet moves onto the squares from which the piece attacks the enemy king. Straight checks are left out:
-// they are many and rarely decide.
+// Quiet moves onto the squares from which the piece attacks the enemy king. Straight checks are left out, which
+// are many and rarely decide, and so are checks that a move uncovers.
 void generateQuietChecks(MovePicker& picker) {
     const Position& position = picker.position;
     const Colour us = position.sideToMove();
@@ -171,18 +174,10 @@ void generateQuietChecks(MovePicker& picker) {
     const Square kingSquare = lowestBit(enemyKing);
     const Bitboard occupied = position.occupied();
     const auto add = [&](Move move, PieceType) { append(picker, move, 0); };
-    const auto addPieces = [&](Bitboard movers, PieceType type, Bitboard targets) {
-        while (movers != 0) {
-            const Square from = popLowestBit(movers);
-            for (Bitboard reached = pieceAttacks(type, from, occupied) & targets; reached != 0;) {
-                add(encodeMove(from, popLowestBit(reached)), type);
-            }
-        }
-    };
     const Bitboard diagonalChecks = bishopAttacks(kingSquare, occupied) & ~occupied;
-    addPieces(position.of(us, bishop), bishop, diagonalChecks);
-    addPieces(position.of(us, queen), queen, diagonalChecks);
-    addPieces(position.of(us, knight), knight, knightAttacks[kingSquare] & ~occupied);
+    eachPieceStep(bishop, position.of(us, bishop), occupied, diagonalChecks, add);
+    eachPieceStep(queen, position.of(us, queen), occupied, diagonalChecks, add);
+    eachPieceStep(knight, position.of(us, knight), occupied, knightAttacks[kingSquare] & ~occupied, add);
     const Bitboard pawnChecks = pawnAttacks(opponent(us), enemyKing) & ~occupied;
     generatePawnPushes(position, pawnChecks, add);
     generateDoublePushes(position, pawnChecks, add);
@@ -200,19 +195,18 @@ bool wasHandedOut(const MovePicker& picker, Move move) {
     return false;
 }
 
-// En passant is left to its own stage, since the test for pseudo-legal moves does not know it.
-bool singleMoveAccepted(const MovePicker& picker, Move& move) {
-    if (move == nullMove) return false;
-    if (moveKind(move) == enPassant) {
-        move = nullMove;
-        return false;
-    }
-    return isPseudoLegal(picker.position, move) != 0 && !wasHandedOut(picker, move);
-}
-
 Move handOut(MovePicker& picker, Move move) {
     if (picker.handedOutCount < maxMoves) picker.handedOut[picker.handedOutCount++] = move;
     return move;
+}
+
+// Hands a single move out ahead of the batches, which skip what the slot holds. 0 if the position does not have the
+// move or it has been handed out.
+Move handOutAhead(MovePicker& picker, Move move, Move& slot) {
+    if (move == nullMove) return nullMove; // the usual case, without a call
+    if (isPseudoLegal(picker.position, move) == 0 || wasHandedOut(picker, move)) return nullMove;
+    slot = move;
+    return handOut(picker, move);
 }
 
 // Fills the last step of a batch that is looked through in steps.
@@ -245,6 +239,29 @@ bool isHeldBack(MovePicker& picker, RankedMove ranked) {
     return true;
 }
 
+// Answers the next stage's move if that is a single one; else 0, with the stage's batch made.
+Move openNextStage(MovePicker& picker) {
+    picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
+    picker.batchCount = 0;
+    picker.batchNext = 0;
+    picker.ordered = false;
+    picker.holdsBack = picker.stage == captures || picker.stage == evasions || picker.stage == quietChecks;
+    switch (picker.stage) {
+    case hashMove: return handOutAhead(picker, picker.hashMove, picker.aheadOfBatch[0]);
+    case captures: generateCaptures(picker); break;
+    case firstKiller: return handOutAhead(picker, picker.killers[0], picker.aheadOfBatch[1]);
+    case secondKiller: return handOutAhead(picker, picker.killers[1], picker.aheadOfBatch[2]);
+    case quietMoves: generateQuiets(picker); break;
+    case evasions: generateEvasions(picker); break;
+    case quietChecks: generateQuietChecks(picker); break;
+    case deferred: openDeferred(picker); break;
+    case start:
+    case end: break;
+    }
+    if (picker.ordered) closeBatch(picker);
+    return nullMove;
+}
+
 } // namespace
 
 Move nextMove(MovePicker& picker) {
@@ -261,35 +278,8 @@ Move nextMove(MovePicker& picker) {
             return handOut(picker, move);
         }
         if (picker.stage == end) return nullMove;
-        picker.stage = stageLists[static_cast<int>(picker.kind)][picker.stageIndex++];
-        picker.batchCount = 0;
-        picker.batchNext = 0;
-        picker.ordered = false;
-        picker.holdsBack = picker.stage == captures || picker.stage == evasions || picker.stage == quietChecks;
-        const auto offerAhead = [&](Move& move, Move& slot) {
-            if (!singleMoveAccepted(picker, move)) return false;
-            slot = move;
-            return true;
-        };
-        switch (picker.stage) {
-        case hashMove:
-            if (offerAhead(picker.hashMove, picker.aheadOfBatch[0])) return handOut(picker, picker.hashMove);
-            break;
-        case captures: generateCaptures(picker); break;
-        case firstKiller:
-            if (offerAhead(picker.killers[0], picker.aheadOfBatch[1])) return handOut(picker, picker.killers[0]);
-            break;
-        case secondKiller:
-            if (offerAhead(picker.killers[1], picker.aheadOfBatch[2])) return handOut(picker, picker.killers[1]);
-            break;
-        case quietMoves: generateQuiets(picker); break;
-        case evasions: generateEvasions(picker); break;
-        case quietChecks: generateQuietChecks(picker); break;
-        case deferred: openDeferred(picker); break;
-        case start:
-        case end: return nullMove;
-        }
-        if (picker.ordered) closeBatch(picker);
+        const Move single = openNextStage(picker);
+        if (single != nullMove) return single;
     }
 }
 

@@ -14,7 +14,7 @@ namespace helvan {
 // Which moves a picker yields.
 enum class PickerKind : int {
     everyMove = 0,              // every pseudo-legal move exactly once, maxMoves of a stage at most
-    capturesAndChecks = 1,      // captures, queen promotions, quiet checks; the losing ones last
+    capturesAndChecks = 1,      // captures, queen promotions, some quiet checks (below); the losing ones last
     soundCapturesAndChecks = 2, // the same without the losing ones
     soundCaptures = 3,          // captures and queen promotions without the losing ones
     evasions = 4                // for a side in check: every move that can be legal
@@ -28,8 +28,8 @@ enum class PickerStage : std::uint8_t {
     secondKiller = 4,
     quietMoves = 5, // with under-promotions, at their end
     evasions = 6,
-    quietChecks = 7,
-    deferred = 8, // what stages 2, 6 and 7 held back because it loses material
+    quietChecks = 7, // given by the piece that moves: by pawns, by knights and along diagonals
+    deferred = 8,    // what stages 2, 6 and 7 held back because it loses material
     end = 9
 };
 
@@ -37,7 +37,8 @@ enum class PickerStage : std::uint8_t {
 // earlier of equal ones first by maxMoves - 1 - place in the batch in bits 16..31, the move in bits 0..15.
 using RankedMove = std::int64_t;
 
-// Batches are looked through in steps of so many: one or two instructions each, and few steps to foresee the end of.
+// The search for the best move of a batch keeps this many maxima, independent of one another, which compilers turn into
+// vector instructions.
 inline constexpr int batchStep = 4;
 
 // What orders quiet moves: counters by type x 64 + to-square, 512 each, the higher the earlier. Without history the

@@ -20,7 +20,7 @@ int allMoves(const Position& position, Move* out);
 int castlingMoves(const Position& position, Colour colour, Move* out);
 
 // 1 if the side to move could have the move generated for it, else 0. En-passant captures and the null move
-// are never accepted, deliberately: neither is ever offered as a hash move or killer.
+// are never accepted: whoever is offered such a capture as a hash move waits for it among the generated ones.
 int isPseudoLegal(const Position& position, Move move);
 
 // Whether the side that made the last move left its king attacked: the position is then illegal.

@@ -37,11 +37,12 @@ struct alignas(64) Position {
     Move lastMove;
     std::int32_t evalScratch;    // for search and evaluation; evalNotComputed in every new child
     std::uint16_t movedPiece;    // type of the piece that made lastMove (a pawn when promoting), 0 for none
-    std::uint16_t capturedPiece; // type that lastMove captured on its to-square: 0 for en passant, deliberately
+    std::uint16_t capturedPiece; // type that lastMove captured on its to-square, 0 for none: en passant has none there
     std::int16_t ply;            // counts moves; its parity is the side to move
     std::uint16_t inCheck;       // 1 when the side to move is in check; after a move the parent's value, until
-                                 // whoever made the move stores the true one
-    std::uint16_t phase;         // sum of phaseWeights: 96 with all pieces, 0 with pawns and kings alone
+                                 // whoever made the move stores the true one; 0 after a null move
+    std::uint16_t phase;         // sum of phaseWeights: 96 with all pieces, more with promoted ones, 0 with pawns and
+                                 // kings alone
     std::uint16_t fifty;         // plies since the last capture, pawn move or castling
     // The search's own bytes: cleared by setup, inherited by children.
     std::uint8_t pvPly;          // ply of the nearest principal-variation node
@@ -58,6 +59,7 @@ struct alignas(64) Position {
 };
 
 static_assert(sizeof(Position) == 192, "a position fills three cache lines");
+// The sets of squares are the first two lines, all else is the third, and nowhere is a gap.
 static_assert(offsetof(Position, touched) == 112 && offsetof(Position, key) == 128 && offsetof(Position, prev) == 160 &&
               offsetof(Position, lastMove) == 168 && offsetof(Position, ply) == 180 &&
               offsetof(Position, pvPly) == 188);

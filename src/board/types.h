@@ -17,14 +17,14 @@ inline constexpr Colour black = 1;
 
 constexpr Colour opponent(Colour colour) { return 1 - colour; }
 
-inline constexpr PieceType allPieces = 0; // slot of a colour's occupancy; "no piece" where a type is stored
+inline constexpr PieceType allPieces = 0; // slot of a colour's occupancy; "no piece" in a position's fields
 inline constexpr PieceType pawn = 1;
 inline constexpr PieceType knight = 2;
 inline constexpr PieceType bishop = 3;
 inline constexpr PieceType rook = 4;
 inline constexpr PieceType queen = 5;
 inline constexpr PieceType king = 6;
-inline constexpr PieceType phantom = 7; // never on a board: what make-move calls a piece that no board holds
+inline constexpr PieceType phantom = 7; // never on a board: what pieceTypeAt answers where there is no piece
 
 inline constexpr int boardsPerColour = 7; // the occupancy and six piece types
 

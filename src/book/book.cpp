@@ -68,9 +68,12 @@ private:
     std::array<unsigned char, entrySize> bytes{};
 };
 
-// The index of an entry with the key, or -1. The file's order is not trusted: whatever it holds, this ends.
+// The index of an entry with the key, or -1. The file's order is not trusted: every step shortens the range, so this
+// ends whatever the file holds.
 std::int64_t findKey(EntryReader& reader, std::int64_t count, std::uint64_t key) {
-    std::int64_t low = 0, high = count; // one past the last, deliberately
+    // One past the last is looked at, too. Nothing is read there, so that what was read before stays, which was not the
+    // key; or the rest of a file that was cut off, which may be.
+    std::int64_t low = 0, high = count;
     while (low <= high) {
         const std::int64_t middle = low + (high - low) / 2;
         const std::uint64_t found = reader.at(middle).key;
@@ -84,8 +87,8 @@ std::int64_t findKey(EntryReader& reader, std::int64_t count, std::uint64_t key)
     return -1;
 }
 
-// All entries with the key that stand together with the one at the index. No position has more moves than a few
-// hundred; a file that says so is no book and shall not hold the search up.
+// All entries with the key that stand together with the one at the index. No position has more than a few hundred
+// moves; a file with more entries for one is no book and shall not hold the search up.
 std::vector<BookEntry> entriesAround(EntryReader& reader, std::int64_t index, std::int64_t count, std::uint64_t key) {
     constexpr int mostEntries = 1024;
     for (int back = 0; back < mostEntries && index > 0 && reader.at(index - 1).key == key; ++back) --index;

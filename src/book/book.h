@@ -15,7 +15,8 @@ void reopenBook();
 
 // A move from the book for the position, drawn by std::rand with chances as the entries' weights (among those of the
 // greatest weight only, if bestLineOnly is set); 0 when the book has none. One entry that names an illegal move
-// spoils the position: the log says so and the answer is 0.
+// spoils the position: the log says so and the answer is 0. Where RAND_MAX is 32767, as on Windows, the draw never
+// gets past the first 32768 of the position's weights added up.
 Move probeBook(const Position& position);
 
 } // namespace helvan

@@ -16,8 +16,8 @@ void* allocateZeroed(std::size_t bytes);
 // Gives a block of that size back; null is allowed.
 void freeZeroed(void* block, std::size_t bytes);
 
-// Gives each standard stream that the process was started without a place that is always empty and takes nothing. A
-// file opened later would take its place, and be read as commands. To be called before any file is opened.
+// Opens the null device, for reading only, in place of each missing standard stream, lest a file opened later get its
+// number and be read as commands. To be called before any file is opened.
 void claimStandardStreams();
 
 // Makes the standard streams binary and unbuffered, input and output blocking, and a write to a front end that has died

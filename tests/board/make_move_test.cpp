@@ -24,7 +24,7 @@ TEST(MakeMove, IncrementalStateEqualsFromScratch) {
         ASSERT_EQ(position.epSquare != 0, mayTakeEnPassant);
         const Position passed = childOf(position, nullMove);
         ASSERT_EQ(passed.key, keyOf(passed));
-        ASSERT_EQ(passed.epSquare, 0u);
+        ASSERT_EQ(passed.epSquare, 0U);
         ASSERT_EQ(passed.fifty, position.fifty + 1);
         ASSERT_EQ(passed.movedPiece, 0);
 
@@ -50,7 +50,7 @@ TEST(MakeMove, NodesStopAtTheLimitUnlessOverridden) {
         nodeCounter.overrideLimit = override;
         makeMove(position, child, nullMove);
     }
-    EXPECT_EQ(nodeCounter.count, 11u);
+    EXPECT_EQ(nodeCounter.count, 11U);
     EXPECT_EQ(nodeCounter.stopSearch, 1);
     nodeCounter = NodeCounter{};
 }
@@ -62,10 +62,10 @@ TEST(MakeMove, FaultsAreReportedAndCarriedOnWith) {
         none = childOf(position, encodeMove(a4, a5));
         king = childOf(position, encodeMove(h1, e8));
     });
-    EXPECT_EQ(said.find("\n ILLEGAL MOVE IN SEARCH\n  move in question: a4a5\n-----[ CTM = 0"), 0u) << said;
+    EXPECT_EQ(said.find("\n ILLEGAL MOVE IN SEARCH\n  move in question: a4a5\n-----[ CTM = 0"), 0U) << said;
     EXPECT_NE(said.find("ERROR: king capture here\n"), std::string::npos);
     EXPECT_TRUE(std::equal(std::begin(position.pieces), std::end(position.pieces), std::begin(none.pieces)));
-    EXPECT_EQ(king.of(black, allPieces), 0u);
+    EXPECT_EQ(king.of(black, allPieces), 0U);
 }
 
 } // namespace helvan::testing

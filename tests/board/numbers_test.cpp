@@ -34,7 +34,7 @@ TEST(Keys, EveryCastlingSituationHasItsOwnIndex) {
         }
         seen.insert(castlingIndex(touched));
     }
-    EXPECT_EQ(seen.size(), 64u);
+    EXPECT_EQ(seen.size(), 64U);
 }
 
 TEST(Keys, AreAllDifferent) {
@@ -46,7 +46,7 @@ TEST(Keys, AreAllDifferent) {
     insert(castleKeys);
     insert(materialKeys);
     seen.erase(0); // the keys of no piece
-    EXPECT_EQ(seen.size(), 1024u + 4 * 64 + 64 + 64 + 10);
+    EXPECT_EQ(seen.size(), 1024U + 4 * 64 + 64 + 64 + 10);
 }
 
 } // namespace helvan::testing

@@ -46,14 +46,14 @@ TEST(Perft, AgreesWithThePublishedCounts) {
 TEST(Perft, CountersAndDots) {
     const Position position = positionOf("4k3/8/8/8/8/8/8/4K2R w K -");
     perftCounters = {};
-    EXPECT_EQ(printedBy([&] { EXPECT_EQ(perftRoot(position, 2, 0), 66u); }), std::string(15, '.'));
-    EXPECT_EQ(perftCounters.moves, 15u + 66u);
-    EXPECT_EQ(perftCounters.castlings, 0u); // castling is a move of the root here, not one into a leaf
+    EXPECT_EQ(printedBy([&] { EXPECT_EQ(perftRoot(position, 2, 0), 66U); }), std::string(15, '.'));
+    EXPECT_EQ(perftCounters.moves, 15U + 66U);
+    EXPECT_EQ(perftCounters.castlings, 0U); // castling is a move of the root here, not one into a leaf
     perftRoot(position, 1, 1);
-    EXPECT_EQ(perftCounters.castlings, 1u);
+    EXPECT_EQ(perftCounters.castlings, 1U);
 }
 
 // The published entries have no en-passant field; a FEN that has one offers no capture at its first ply.
-TEST(Perft, EnPassantFieldOffersNoCapture) { EXPECT_EQ(perft(positionOf("4k3/8/8/3pP3/8/8/8/4K3 w - d6"), 1), 6u); }
+TEST(Perft, EnPassantFieldOffersNoCapture) { EXPECT_EQ(perft(positionOf("4k3/8/8/3pP3/8/8/8/4K3 w - d6"), 1), 6U); }
 
 } // namespace helvan::testing

@@ -41,7 +41,7 @@ TEST(Fen, WritingGivesBackThePlacement) {
 
 TEST(Fen, EnPassantFieldOnlyTellsTheLastMove) {
     const Position position = positionOf("rnbqkbnr/ppp1pppp/8/8/3pP3/8/PPPP1PPP/RNBQKBNR b KQkq e3 0 3");
-    EXPECT_EQ(position.epSquare, 0u);
+    EXPECT_EQ(position.epSquare, 0U);
     EXPECT_EQ(position.lastMove, encodeMove(e2, e4));
     EXPECT_EQ(position.ply, 1);
     EXPECT_EQ(positionOf("4k3/8/8/3Pp3/8/8/8/4K3 w -   e6").lastMove, encodeMove(e7, e5));

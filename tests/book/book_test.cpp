@@ -52,7 +52,7 @@ protected:
         answerTo("setoption name Book File value " + name);
     }
 
-    std::string probe(const Position& position) {
+    static std::string probe(const Position& position) {
         const Move move = probeBook(position);
         return move == nullMove ? "" : textOf(move);
     }
@@ -94,12 +94,12 @@ TEST(PolyglotKey, AgreesWithThePublishedKeys) {
 TEST_F(Book, WeightsAreChances) {
     answerOf(start, {{"e2e4", 20}, {"d2d4", 30}, {"c2c4", 0}, {"g1f3", 30}});
     std::map<std::string, int> best = answersToProbes(700);
-    EXPECT_EQ(best.size(), 2u);
+    EXPECT_EQ(best.size(), 2U);
     EXPECT_NEAR(best["d2d4"], 350, 66); // five standard deviations
     EXPECT_NEAR(best["g1f3"], 350, 66);
     bestLineOnly = 0;
     std::map<std::string, int> all = answersToProbes(700);
-    EXPECT_EQ(all.size(), 3u);
+    EXPECT_EQ(all.size(), 3U);
     EXPECT_NEAR(all["e2e4"], 175, 57);
     answerTo("setoption name OwnBook value false");
     EXPECT_EQ(probe(start), "");
@@ -152,7 +152,7 @@ TEST_F(Book, OneIllegalMoveSpoilsThePosition) {
               "e2e4"); // without weight it is never looked at
     // A move that does not even name a promotion.
     bytes.clear();
-    add(polyglotKey(start), encodedForBook("e2e4") | 7u << 12, 1);
+    add(polyglotKey(start), encodedForBook("e2e4") | 7U << 12, 1);
     open();
     EXPECT_EQ(probe(start), "");
 }
@@ -178,7 +178,7 @@ TEST_F(Book, SurvivesFilesThatAreNoBooks) {
         ASSERT_TRUE(move == nullMove || isLegal(start, move));
     }
     // More entries than any position has moves.
-    EXPECT_EQ(answerOf(start, std::vector(100000, std::pair(std::string("e2e4"), 65535u))), "e2e4");
+    EXPECT_EQ(answerOf(start, std::vector(100000, std::pair(std::string("e2e4"), 65535U))), "e2e4");
     EXPECT_EQ(probe(play(startFen, "e2e4").back()), "");
     // Only entries of the position, up to the end of the file and a part of an entry beyond it.
     answerOf(start, {{"e2e4", 1}, {"e2e4", 1}, {"e2e4", 1}, {"d2d4", 1}});
