@@ -85,7 +85,7 @@ bool haveOneKingEach(const Position& position) {
 struct PawnEscort {
     explicit PawnEscort(const Position& position)
         : owner(ownerOf(position, pawn)), pawnSquare(lowestBit(position.of(owner, pawn))),
-          goal(relativeSquare(owner, a8 + fileOf(pawnSquare))), pawnSteps(7 - relativeRankOf(owner, pawnSquare)),
+          goal(relativeSquare(owner, a8 + fileOf(pawnSquare))), stepsLeft(7 - relativeRankOf(owner, pawnSquare)),
           strongSteps(kingDistance(lowestBit(position.of(owner, king)), goal)),
           loneSteps(kingDistance(lowestBit(position.of(opponent(owner), king)), goal)),
           loneMove(position.sideToMove() == owner ? 0 : 1) {}
@@ -93,20 +93,20 @@ struct PawnEscort {
     Colour owner;
     Square pawnSquare;
     Square goal;
-    int pawnSteps;
+    int stepsLeft; // of the pawn
     int strongSteps;
     int loneSteps;
     int loneMove; // 1 if the lone king has the move: the step that it is ahead
 
     bool isRookPawn() const { return (bit(pawnSquare) & (fileA | fileH)) != 0; }
-    bool loneKingMeetsPawn() const { return loneSteps <= pawnSteps + loneMove; }
+    bool loneKingMeetsPawn() const { return loneSteps <= stepsLeft + loneMove; }
     bool loneKingIsFirst() const { return loneSteps < strongSteps + loneMove; }
 
     int winScore(int base) const {
-        return fromWhite(owner, base + wonPerStep * (loneSteps - strongSteps - pawnStepWeight * pawnSteps));
+        return fromWhite(owner, base + wonPerStep * (loneSteps - strongSteps - pawnStepWeight * stepsLeft));
     }
     // A draw that its owner may go on playing for a win in, so not all placements are the same to it.
-    int drawScore() const { return fromWhite(owner, heldRookPawn - strongSteps + loneSteps - pawnSteps); }
+    int drawScore() const { return fromWhite(owner, heldRookPawn - strongSteps + loneSteps - stepsLeft); }
 };
 
 Key signatureOf(const char* pieces, Colour upperCaseSide) {
@@ -144,7 +144,7 @@ void initEndingTables() {
         const Key swapped = signatureOf(record->pieces, black);
         store(signature, *record, record->score);
         // Material that is the same for both sides is stored once.
-        if (&slotOf(swapped) != &slotOf(signature)) store(swapped, *record, -record->score);
+        if (swapped != signature) store(swapped, *record, -record->score);
     }
 }
 
@@ -189,7 +189,7 @@ int evaluateBishopPawnEnding(const Position& position) {
 int evaluateKnightPawnEnding(const Position& position) {
     if (!haveOneKingEach(position)) return 0;
     const PawnEscort escort(position);
-    const bool isDrawn = escort.isRookPawn() && escort.pawnSteps == 1 && escort.loneSteps == 0;
+    const bool isDrawn = escort.isRookPawn() && escort.stepsLeft == 1 && escort.loneSteps == 0;
     return isDrawn ? escort.drawScore() : escort.winScore(knightPawnWin);
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "board/keys.h"
 
@@ -16,8 +17,8 @@ struct EvalCacheEntry {
 
 inline constexpr Key evalCacheMask = 4095;
 
-// Direct-mapped; a newer position always takes the slot. Never cleared, deliberately: after a change of parameters
-// an old score may be answered until its slot is taken.
+// Direct-mapped; a newer position always takes the slot. Never cleared: after a change of parameters a score of the
+// old ones may be answered until its slot is taken.
 inline std::array<EvalCacheEntry, evalCacheMask + 1> evalCache;
 
 } // namespace helvan

@@ -9,6 +9,7 @@
 #include "eval/endings.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluation.h"
+#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/passed_pawns.h"
 #include "eval/pawn_structure.h"
@@ -140,11 +141,6 @@ void evaluatePieceLead(Evaluation& e) {
     if (lead <= -decisivePieceLead) e.credit[black] += evalParameters.pieceLead;
 }
 
-// Thousandths of a pawn x 96, white's view.
-std::int64_t blendByPhase(PackedScore total, int phase) {
-    return std::int64_t{fullPhase - phase} * total.endgame() + std::int64_t{phase} * total.opening();
-}
-
 bool haveOppositeBishops(const Evaluation& e) {
     constexpr int oddBishops = 4; // in the low three bits of a weight
     const Bitboard bishops = e.position.of(white, bishop) | e.position.of(black, bishop);
@@ -177,7 +173,6 @@ Scaling scaleByMaterial(const Evaluation& e, std::int64_t blended, int phase, in
 
 // Centipawns for the side to move.
 int finish(std::int64_t scaledValue, Colour sideToMove, int tempo) {
-    constexpr int thousandthsPerCentipawn = 10;
     const std::int64_t whiteView = roundedQuotient<fullPhase>(scaledValue);
     const std::int64_t view = (sideToMove == white ? whiteView : -whiteView) + tempo;
     return static_cast<int>(std::clamp<std::int64_t>(roundedQuotient<thousandthsPerCentipawn>(view), -largestEvaluation,
@@ -226,6 +221,7 @@ const EndingEntry& endingOf(const Position& position) {
     return ending != nullptr ? *ending : noEnding;
 }
 
+// Thousandths of a pawn x 96, white's view.
 std::int64_t blendedValue(const Evaluation& e, const EndingEntry& ending, int phase) {
     return blendByPhase(total(e), phase) + std::int64_t{ending.score} * fullPhase;
 }

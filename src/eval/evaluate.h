@@ -3,6 +3,7 @@
 // The static evaluation: what a quiet position is worth without search.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "board/packed_score.h"
@@ -13,9 +14,9 @@ namespace helvan {
 // Evaluations stay within this, well clear of the mate scores.
 inline constexpr int largestEvaluation = 31000;
 
-// Centipawns from the side to move's point of view. The position has one king of each colour and no pawn
-// on the first or last rank, its pstScore and phase
-// are up to date, and the tables are built. Draws by repetition or by the fifty-move rule are not seen.
+// Centipawns from the side to move's point of view. The position has one king of each colour and no pawn on the first
+// or last rank, its pstScore and phase are up to date, and the tables are built. Draws by repetition or by the
+// fifty-move rule are not seen.
 int evaluate(const Position& position);
 
 // How an evaluation comes about, for people who look into it.

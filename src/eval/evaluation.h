@@ -3,9 +3,8 @@
 // The working record of one evaluation, which every term reads and adds to.
 #pragma once
 
-#include "board/attacks.h"
+#include "board/packed_score.h"
 #include "board/position.h"
-#include "eval/geometry.h"
 #include "eval/pawn_table.h"
 
 namespace helvan {

@@ -10,21 +10,19 @@ namespace helvan {
 
 inline constexpr Bitboard darkSquares = 0xaa55aa55aa55aa55; // a1's colour
 
-constexpr Bitboard fileOfSquare(Square square) { return fileA << fileOf(square); }
+// All squares of the square's file.
+constexpr Bitboard fileMask(Square square) { return fileA << fileOf(square); }
 
-constexpr Bitboard squaresBeside(Bitboard squares) { return ((squares & ~fileA) >> 1) | ((squares & ~fileH) << 1); }
-
-constexpr Bitboard adjacentFiles(Square square) { return squaresBeside(fileOfSquare(square)); }
+constexpr Bitboard adjacentFiles(Square square) { return squaresBeside(fileMask(square)); }
 
 // All ranks before the square's, as the colour sees it.
 constexpr Bitboard ranksBefore(Colour colour, Square square) {
     return colour == white ? ~Bitboard{0} << 8 << (8 * rankOf(square)) : bit(square & 56) - 1;
 }
 
-constexpr Bitboard fileBefore(Colour colour, Square square) {
-    return fileOfSquare(square) & ranksBefore(colour, square);
-}
+constexpr Bitboard fileBefore(Colour colour, Square square) { return fileMask(square) & ranksBefore(colour, square); }
 
+// The rank's number as the colour counts it: 0 is rank 1 for white and rank 8 for black.
 constexpr int relativeRankOf(Colour colour, Square square) {
     return colour == white ? rankOf(square) : 7 - rankOf(square);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "eval/parameters.h"
 
+#include <cstddef>
+
 #include "board/types.h"
 
 namespace helvan {
@@ -277,6 +279,8 @@ const int passedEnemyKingDistance[6][9] = {
     {    0,   358,   632,   864,  1068,  1252,  1422,  1580,  1728},
     {    0,   596,  1054,  1440,  1780,  2087,  2370,  2633,  2880}};
 
+// clang-format on
+
 namespace {
 
 constexpr IndexRange known = {0, 0};           // nothing to estimate
@@ -285,73 +289,86 @@ constexpr IndexRange farPassed = {2, 6};       // from the fourth rank
 
 constexpr int filesPerRank = 8;
 
+// A parameter is one value, an array or a table by counts.
+
+constexpr ParameterRow row(const char* name, PackedScore& value, IndexRange open) { return {name, &value, 1, open}; }
+
+template <std::size_t size>
+constexpr ParameterRow row(const char* name, std::array<PackedScore, size>& values, IndexRange open,
+                           int columns = size) {
+    return {name, values.data(), size, open, columns};
+}
+
+template <int size>
+constexpr ParameterRow row(const char* name, ClampedTable<PackedScore, size>& table, IndexRange open) {
+    return row(name, table.entries, open);
+}
+
 constexpr ParameterRow rows[] = {
-    {"material", evalParameters.material.data(), 8, known},
-    {"pawnSquares", evalParameters.squares[pawn].data(), 64, {8, 56}, filesPerRank},
-    {"knightSquares", evalParameters.squares[knight].data(), 64, {0, 64}, filesPerRank},
-    {"bishopSquares", evalParameters.squares[bishop].data(), 64, {0, 64}, filesPerRank},
-    {"rookSquares", evalParameters.squares[rook].data(), 64, {0, 64}, filesPerRank},
-    {"queenSquares", evalParameters.squares[queen].data(), 64, {0, 64}, filesPerRank},
-    {"kingSquares", evalParameters.squares[king].data(), 64, {0, 64}, filesPerRank},
-    {"kingSideRight", &evalParameters.kingSideRight, 1, known},
-    {"queenSideRight", &evalParameters.queenSideRight, 1, known},
-    {"trappedRook", &evalParameters.trappedRook, 1, known},
-    {"knightInBishopsAim", &evalParameters.knightInBishopsAim, 1, known},
-    {"bishopFacingPawn", &evalParameters.bishopFacingPawn, 1, known},
-    {"bishopPair", &evalParameters.bishopPair, 1, known},
-    {"rooksOnLine", &evalParameters.rooksOnLine, 1, known},
-    {"rookOnSeventh", &evalParameters.rookOnSeventh, 1, known},
-    {"rookOpenFile", &evalParameters.rookOpenFile, 1, known},
-    {"rookHalfOpenWeak", &evalParameters.rookHalfOpenWeak, 1, known},
-    {"rookHalfOpen", &evalParameters.rookHalfOpen, 1, known},
-    {"secondRook", &evalParameters.secondRook, 1, known},
-    {"rookAndQueen", &evalParameters.rookAndQueen, 1, known},
-    {"bishopBeforeKing", &evalParameters.bishopBeforeKing, 1, known},
-    {"pieceLead", &evalParameters.pieceLead, 1, known},
-    {"kingAtPromotion", &evalParameters.kingAtPromotion, 1, known},
-    {"rookBehindPassed", &evalParameters.rookBehindPassed, 1, known},
-    {"tempo", &evalParameters.tempo, 1, known},
-    {"pawnIsland", &evalParameters.pawnIsland, 1, known},
-    {"manyPassed", &evalParameters.manyPassed, 1, known},
-    {"knightKingDistanceTable", evalParameters.knightKingDistanceTable.data(), 8, {1, 8}},
-    {"knightPawnsTable", evalParameters.knightPawnsTable.entries.data(), 9, {0, 9}},
-    {"rookPawnsTable", evalParameters.rookPawnsTable.entries.data(), 9, {0, 9}},
-    {"bishopOwnColourPawnsTable", evalParameters.bishopOwnColourPawnsTable.entries.data(), 9, {0, 9}},
-    {"bishopOtherColourPawnsTable", evalParameters.bishopOtherColourPawnsTable.entries.data(), 9, {0, 9}},
-    {"threatTable", evalParameters.threatTable.entries.data(), 9, countsAboveNone},
-    {"knightBlockadeTable", evalParameters.knightBlockadeTable.entries.data(), 9, countsAboveNone},
-    {"outpostTable", evalParameters.outpostTable.entries.data(), 9, countsAboveNone},
-    {"blockedPawnTable", evalParameters.blockedPawnTable.entries.data(), 9, countsAboveNone},
-    {"blockedCentrePawnTable", evalParameters.blockedCentrePawnTable.entries.data(), 9, {1, 5}},
-    {"pieceBehindPawnTable", evalParameters.pieceBehindPawnTable.entries.data(), 9, countsAboveNone},
-    {"passedBaseTable", evalParameters.passedBaseTable.data(), 6, {0, 6}},
-    {"passedSupportTable", evalParameters.passedSupportTable.data(), 6, farPassed},
-    {"passedFreeSafeTable", evalParameters.passedFreeSafeTable.data(), 6, farPassed},
-    {"passedFreeTable", evalParameters.passedFreeTable.data(), 6, farPassed},
-    {"passedAttackedDefendedTable", evalParameters.passedAttackedDefendedTable.data(), 6, farPassed},
-    {"passedAttackedTable", evalParameters.passedAttackedTable.data(), 6, farPassed},
-    {"passedUnblockedTable", evalParameters.passedUnblockedTable.data(), 6, farPassed},
-    {"candidateTable", evalParameters.candidateTable.data(), 6, {0, 5}},
-    {"doubledPawn", &evalParameters.doubledPawn, 1, {0, 1}},
-    {"isolatedPawn", &evalParameters.isolatedPawn, 1, {0, 1}},
-    {"isolatedHalfOpen", &evalParameters.isolatedHalfOpen, 1, {0, 1}},
-    {"backwardPawn", &evalParameters.backwardPawn, 1, {0, 1}},
-    {"backwardHalfOpen", &evalParameters.backwardHalfOpen, 1, {0, 1}},
-    {"passedOwnKing", &evalParameters.passedOwnKing, 1, {0, 1}},
-    {"passedEnemyKing", &evalParameters.passedEnemyKing, 1, {0, 1}},
-    {"connectedPawn", evalParameters.connectedPawn.data(), 8, {2, 7}},
-    {"phalanxPawn", evalParameters.phalanxPawn.data(), 8, {1, 7}},
-    {"shelter", evalParameters.shelter.data(), 8, {1, 7}},
-    {"storm", evalParameters.storm.data(), 8, {1, 7}},
-    {"pawnFromOwnKing", evalParameters.pawnFromOwnKing.data(), 65, {0, 65}, offsetColumns},
-    {"pawnFromEnemyKing", evalParameters.pawnFromEnemyKing.data(), 65, {0, 65}, offsetColumns},
-    {"passedFromOwnKing", evalParameters.passedFromOwnKing.data(), 65, {0, 65}, offsetColumns},
-    {"passedFromEnemyKing", evalParameters.passedFromEnemyKing.data(), 65, {0, 65}, offsetColumns},
+    row("material", evalParameters.material, known),
+    row("pawnSquares", evalParameters.squares[pawn], {8, 56}, filesPerRank),
+    row("knightSquares", evalParameters.squares[knight], {0, 64}, filesPerRank),
+    row("bishopSquares", evalParameters.squares[bishop], {0, 64}, filesPerRank),
+    row("rookSquares", evalParameters.squares[rook], {0, 64}, filesPerRank),
+    row("queenSquares", evalParameters.squares[queen], {0, 64}, filesPerRank),
+    row("kingSquares", evalParameters.squares[king], {0, 64}, filesPerRank),
+    row("kingSideRight", evalParameters.kingSideRight, known),
+    row("queenSideRight", evalParameters.queenSideRight, known),
+    row("trappedRook", evalParameters.trappedRook, known),
+    row("knightInBishopsAim", evalParameters.knightInBishopsAim, known),
+    row("bishopFacingPawn", evalParameters.bishopFacingPawn, known),
+    row("bishopPair", evalParameters.bishopPair, known),
+    row("rooksOnLine", evalParameters.rooksOnLine, known),
+    row("rookOnSeventh", evalParameters.rookOnSeventh, known),
+    row("rookOpenFile", evalParameters.rookOpenFile, known),
+    row("rookHalfOpenWeak", evalParameters.rookHalfOpenWeak, known),
+    row("rookHalfOpen", evalParameters.rookHalfOpen, known),
+    row("secondRook", evalParameters.secondRook, known),
+    row("rookAndQueen", evalParameters.rookAndQueen, known),
+    row("bishopBeforeKing", evalParameters.bishopBeforeKing, known),
+    row("pieceLead", evalParameters.pieceLead, known),
+    row("kingAtPromotion", evalParameters.kingAtPromotion, known),
+    row("rookBehindPassed", evalParameters.rookBehindPassed, known),
+    row("tempo", evalParameters.tempo, known),
+    row("pawnIsland", evalParameters.pawnIsland, known),
+    row("manyPassed", evalParameters.manyPassed, known),
+    row("knightKingDistanceTable", evalParameters.knightKingDistanceTable, {1, 8}),
+    row("knightPawnsTable", evalParameters.knightPawnsTable, {0, 9}),
+    row("rookPawnsTable", evalParameters.rookPawnsTable, {0, 9}),
+    row("bishopOwnColourPawnsTable", evalParameters.bishopOwnColourPawnsTable, {0, 9}),
+    row("bishopOtherColourPawnsTable", evalParameters.bishopOtherColourPawnsTable, {0, 9}),
+    row("threatTable", evalParameters.threatTable, countsAboveNone),
+    row("knightBlockadeTable", evalParameters.knightBlockadeTable, countsAboveNone),
+    row("outpostTable", evalParameters.outpostTable, countsAboveNone),
+    row("blockedPawnTable", evalParameters.blockedPawnTable, countsAboveNone),
+    row("blockedCentrePawnTable", evalParameters.blockedCentrePawnTable, {1, 5}),
+    row("pieceBehindPawnTable", evalParameters.pieceBehindPawnTable, countsAboveNone),
+    row("passedBaseTable", evalParameters.passedBaseTable, {0, 6}),
+    row("passedSupportTable", evalParameters.passedSupportTable, farPassed),
+    row("passedFreeSafeTable", evalParameters.passedFreeSafeTable, farPassed),
+    row("passedFreeTable", evalParameters.passedFreeTable, farPassed),
+    row("passedAttackedDefendedTable", evalParameters.passedAttackedDefendedTable, farPassed),
+    row("passedAttackedTable", evalParameters.passedAttackedTable, farPassed),
+    row("passedUnblockedTable", evalParameters.passedUnblockedTable, farPassed),
+    row("candidateTable", evalParameters.candidateTable, {0, 5}),
+    row("doubledPawn", evalParameters.doubledPawn, {0, 1}),
+    row("isolatedPawn", evalParameters.isolatedPawn, {0, 1}),
+    row("isolatedHalfOpen", evalParameters.isolatedHalfOpen, {0, 1}),
+    row("backwardPawn", evalParameters.backwardPawn, {0, 1}),
+    row("backwardHalfOpen", evalParameters.backwardHalfOpen, {0, 1}),
+    row("passedOwnKing", evalParameters.passedOwnKing, {0, 1}),
+    row("passedEnemyKing", evalParameters.passedEnemyKing, {0, 1}),
+    row("connectedPawn", evalParameters.connectedPawn, {2, 7}),
+    row("phalanxPawn", evalParameters.phalanxPawn, {1, 7}),
+    row("shelter", evalParameters.shelter, {1, 7}),
+    row("storm", evalParameters.storm, {1, 7}),
+    row("pawnFromOwnKing", evalParameters.pawnFromOwnKing, {0, 65}, offsetColumns),
+    row("pawnFromEnemyKing", evalParameters.pawnFromEnemyKing, {0, 65}, offsetColumns),
+    row("passedFromOwnKing", evalParameters.passedFromOwnKing, {0, 65}, offsetColumns),
+    row("passedFromEnemyKing", evalParameters.passedFromEnemyKing, {0, 65}, offsetColumns),
 };
 
 } // namespace
-
-// clang-format on
 
 std::span<const ParameterRow> parameterRows() { return rows; }
 

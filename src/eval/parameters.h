@@ -15,7 +15,7 @@ namespace helvan {
 
 using SquareValues = std::array<PackedScore, 64>; // as printed: a8 first, h1 last, for a white piece
 using RankValues = std::array<PackedScore, 8>;    // by relative rank: 0 is the side's own first rank
-using PassedValues = std::array<PackedScore, 6>;  // by a passed pawn's relative rank - 2
+using PassedValues = std::array<PackedScore, 6>;  // by a passed pawn's rank, from the second (0) to the seventh (5)
 using DistanceValues = std::array<PackedScore, 8>;
 using CountValues = ClampedTable<PackedScore, 9>;
 
@@ -31,7 +31,7 @@ struct EvalParameters {
 
     PackedScore kingSideRight; // castling right kept
     PackedScore queenSideRight;
-    PackedScore trappedRook;        // a rook locked in beside its uncastled king
+    PackedScore trappedRook;        // a rook on g1, h1, g2 or h2, shut in by its king on f1 or g1; black's likewise
     PackedScore knightInBishopsAim; // a bishop aims at the enemy king through enemy knights only
     PackedScore bishopFacingPawn;   // an enemy pawn three ranks ahead on the bishop's file
     PackedScore bishopPair;
@@ -63,6 +63,7 @@ struct EvalParameters {
     CountValues blockedCentrePawnTable; // enemy centre pawns at home with any piece before them
     CountValues pieceBehindPawnTable;   // knights and bishops behind own pawns
     PassedValues passedBaseTable;
+    // The next six count from the fourth rank on, and while the square before the pawn is empty.
     PassedValues passedSupportTable;          // with an own pawn beside or behind it
     PassedValues passedFreeSafeTable;         // whose path is not attacked and wholly defended
     PassedValues passedFreeTable;             // whose path is not attacked
@@ -76,7 +77,10 @@ struct EvalParameters {
     PackedScore isolatedHalfOpen; // on a file without enemy pawns
     PackedScore backwardPawn;
     PackedScore backwardHalfOpen;
-    PackedScore passedOwnKing;   // for each step of the own king from the square before a passed pawn
+    // What a passed pawn is worth by where the kings are is a sum of three: by the steps to the square before it, these
+    // two; from the fourth rank on, by the same steps and the rank, passedOwnKingDistance and passedEnemyKingDistance;
+    // by ranks and files from the pawn itself, passedFromOwnKing and passedFromEnemyKing.
+    PackedScore passedOwnKing;   // for each step
     PackedScore passedEnemyKing; // the same for the enemy king
     RankValues connectedPawn;    // defended by a pawn
     RankValues phalanxPawn;      // with a pawn beside it
@@ -133,14 +137,14 @@ extern const std::array<int, 128> kingSafetyCurve;
 // Units for the square that the attacked king stands on: a1 first, for a white king.
 extern const std::array<int, 64> kingExposureUnits;
 
-// By the number of safe squares.
+// By the number of safe squares; those of a knight count twice where they are ahead of it.
 extern const std::array<PackedScore, 16> knightMobility;
 extern const std::array<PackedScore, 16> bishopMobility;
 extern const std::array<PackedScore, 16> rookMobility;
 extern const std::array<PackedScore, 32> queenMobility;
 
-// By a passed pawn's relative rank - 2 and a king's distance 0..8 from the square before the pawn; thousandths of
-// a pawn in the endgame.
+// By a passed pawn's rank, from the second (0) to the seventh (5), and a king's distance 0..8 from the square before
+// the pawn; thousandths of a pawn in the endgame.
 extern const int passedOwnKingDistance[6][9];
 extern const int passedEnemyKingDistance[6][9];
 

@@ -4,7 +4,9 @@
 // evaluation alone, which inlines them.
 #pragma once
 
+#include "board/attacks.h"
 #include "eval/evaluation.h"
+#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
 
@@ -33,7 +35,7 @@ template <Colour us> void evaluateRooksBehind(Evaluation& e, Square square) {
     if ((behind & e.position.of(them, rook)) != 0) e.credit[them] += evalParameters.rookBehindPassed;
 }
 
-// The pawn can advance: by how safely.
+// What the pawn's path is worth, by how safe it is. The square before the pawn is empty.
 template <Colour us> void evaluatePath(Evaluation& e, Square square, int row) {
     constexpr Colour them = opponent(us);
     const Bitboard path = fileBefore(us, square);
@@ -55,14 +57,15 @@ template <Colour us> void evaluatePath(Evaluation& e, Square square, int row) {
 }
 
 template <Colour us> void evaluatePassedPawns(Evaluation& e) {
+    constexpr int fourthRank = 2; // as rows count
     const auto& list = e.pawns->passed[us];
     for (int i = 0; i < longestPassedList && list[i] != 0; ++i) {
         const Square square = list[i];
         const int row = relativeRankOf(us, square) - 1; // 0 on the second rank, 5 on the seventh
         e.credit[us] += evalParameters.passedBaseTable[row];
-        if (row <= 1) continue;
+        if (row < fourthRank) continue;
         evaluatePassedKings<us>(e, square, row);
-        if (row != 2) evaluateRooksBehind<us>(e, square); // deliberately not on the fourth rank
+        if (row > fourthRank) evaluateRooksBehind<us>(e, square);
         if ((e.occupied & bit(square + forwardStep(us))) == 0) evaluatePath<us>(e, square, row);
     }
 }

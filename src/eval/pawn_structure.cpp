@@ -26,14 +26,14 @@ struct Side {
 
 bool isPassed(const Side& side, Square square) {
     const Bitboard before = ranksBefore(side.us, square);
-    return (before & (fileOfSquare(square) | adjacentFiles(square)) & side.enemy) == 0 &&
-           (before & fileOfSquare(square) & side.own) == 0;
+    return (before & (fileMask(square) | adjacentFiles(square)) & side.enemy) == 0 &&
+           (before & fileMask(square) & side.own) == 0;
 }
 
 // A pawn on a file free before it, with at least as many neighbours to help it on as enemy pawns to hinder it.
 bool isCandidate(const Side& side, Square square) {
     const Bitboard before = ranksBefore(side.us, square);
-    if ((before & fileOfSquare(square) & (side.own | side.enemy)) != 0) return false;
+    if ((before & fileMask(square) & (side.own | side.enemy)) != 0) return false;
     const Bitboard helpers = ~before & adjacentFiles(square) & side.own;
     const Bitboard sentries = before & adjacentFiles(square) & side.enemy;
     return popCount(helpers) >= popCount(sentries);
@@ -47,7 +47,7 @@ bool isBackward(const Side& side, Square square) {
 
 PackedScore weaknesses(const Side& side, Square square) {
     const EvalParameters& p = evalParameters;
-    const bool halfOpen = (fileOfSquare(square) & side.enemy) == 0;
+    const bool halfOpen = (fileMask(square) & side.enemy) == 0;
     PackedScore score;
     if ((fileBefore(side.us, square) & side.own) != 0) score += p.doubledPawn;
     if ((adjacentFiles(square) & side.own) == 0) {
@@ -98,7 +98,8 @@ PackedScore shelterAt(const Side& side, Square kingSquare) {
     return score;
 }
 
-// A king at home may still castle: it has the better of both shelters.
+// A king on its first square has the shelter that castling on the king's side would give it, where that is better in
+// the opening. Whether it may castle is not asked: the result is stored by the squares of pawns and kings alone.
 PackedScore shelter(const Side& side) {
     const PackedScore here = shelterAt(side, side.ownKing);
     const Square home = side.us == white ? e1 : e8;

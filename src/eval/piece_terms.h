@@ -4,8 +4,10 @@
 // For the evaluation alone, which inlines them: a header, so that they are compiled into it for each colour.
 #pragma once
 
+#include "board/attacks.h"
 #include "board/exchange.h"
 #include "eval/evaluation.h"
+#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
 
@@ -13,9 +15,9 @@ namespace helvan {
 
 // What the colour's pieces may use, looked up once for all of them.
 struct PieceContext {
-    Bitboard unsafeForMinors;    // own pawns, and squares that enemy pawns guard
-    Bitboard unsafeForMajors;    // those that enemy knights guard besides
-    Bitboard checkSquares;       // where a piece could stand to give check
+    Bitboard unsafeForMinors;    // own pawns, and what enemy pawns guard but for the squares of enemy pieces
+    Bitboard unsafeForMajors;    // these, and what enemy knights guard but for the same squares
+    Bitboard enterable;          // no own man, and no enemy pawn guards it unless an enemy stands there: for checks
     Bitboard enemyKingZone;      // the squares beside the enemy king
     Bitboard enemyKingDiagonals; // the squares that a bishop in the enemy king's place would attack
     Bitboard enemyKingStraights; // the same for a rook
@@ -33,7 +35,7 @@ template <Colour us> PieceContext preparePieces(Evaluation& e) {
     PieceContext context;
     context.unsafeForMinors = position.of(us, pawn) | (e.attacks[them][pawn] & ~enemyPieces);
     context.unsafeForMajors = context.unsafeForMinors | (e.attacks[them][knight] & ~enemyPieces);
-    context.checkSquares = ~(position.of(us, allPieces) | (e.attacks[them][pawn] & ~enemies));
+    context.enterable = ~(position.of(us, allPieces) | (e.attacks[them][pawn] & ~enemies));
     context.enemyKingZone = kingAttacks[enemyKing];
     context.enemyKingDiagonals = bishopAttacks(enemyKing, e.occupied);
     context.enemyKingStraights = rookAttacks(enemyKing, e.occupied);
@@ -52,7 +54,7 @@ template <Colour us> void evaluateKnightPins(Evaluation& e) {
 }
 
 template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& context) {
-    const Bitboard checkSquares = context.checkSquares & knightAttacks[e.kingSquare[opponent(us)]];
+    const Bitboard checkSquares = context.enterable & knightAttacks[e.kingSquare[opponent(us)]];
     PackedScore score;
     int units = 0;
     for (Bitboard knights = e.position.of(us, knight); knights != 0;) {
@@ -71,15 +73,16 @@ template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& con
 
 // A pawn of the enemy three ranks ahead on the bishop's file, in the enemy's half.
 template <Colour us> bool facesPawn(const Evaluation& e, Square square) {
-    constexpr int threeRanks = 3 * forwardStep(us);
-    if (relativeRankOf(us, square) + 3 < 4 || relativeRankOf(us, square) + 3 > 7) return false;
-    return (e.position.of(opponent(us), pawn) & bit(square + threeRanks)) != 0;
+    constexpr int ranksAhead = 3;
+    const int pawnRank = relativeRankOf(us, square) + ranksAhead;
+    if (pawnRank < 4 || pawnRank > 7) return false;
+    return (e.position.of(opponent(us), pawn) & bit(square + ranksAhead * forwardStep(us))) != 0;
 }
 
 template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& context) {
     const Bitboard bishops = e.position.of(us, bishop);
     const Bitboard ownPawns = e.position.of(us, pawn);
-    const Bitboard checkSquares = context.checkSquares & context.enemyKingDiagonals;
+    const Bitboard checkSquares = context.enterable & context.enemyKingDiagonals;
     PackedScore score;
     Bitboard allAttacks = 0;
     int units = 0;
@@ -105,7 +108,7 @@ template <Colour us> void evaluateBishops(Evaluation& e, const PieceContext& con
 // What the rook's file is worth to it.
 template <Colour us> PackedScore rookFileTerm(const Evaluation& e, Square square) {
     constexpr Colour them = opponent(us);
-    const Bitboard file = fileOfSquare(square);
+    const Bitboard file = fileMask(square);
     if ((file & e.position.of(us, pawn)) != 0) return {};
     const Bitboard enemyPawns = file & e.position.of(them, pawn);
     if (enemyPawns == 0) return evalParameters.rookOpenFile;
@@ -114,7 +117,7 @@ template <Colour us> PackedScore rookFileTerm(const Evaluation& e, Square square
 
 template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& context) {
     const Bitboard rooks = e.position.of(us, rook);
-    const Bitboard checkSquares = context.checkSquares & context.enemyKingStraights;
+    const Bitboard checkSquares = context.enterable & context.enemyKingStraights;
     const bool enemyKingAtHome = relativeRankOf(us, e.kingSquare[opponent(us)]) == 7;
     PackedScore score;
     Bitboard allAttacks = 0;
@@ -150,7 +153,7 @@ template <Colour us> bool queenIsLost(const Evaluation& e, Square from, Square t
 
 template <Colour us>
 int queenCheckUnits(const Evaluation& e, const PieceContext& context, Square square, Bitboard attacks) {
-    const Bitboard checks = attacks & context.checkSquares & (context.enemyKingDiagonals | context.enemyKingStraights);
+    const Bitboard checks = attacks & context.enterable & (context.enemyKingDiagonals | context.enemyKingStraights);
     int units = queenDistantCheckUnits * popCount(checks & ~context.enemyKingZone);
     for (Bitboard contacts = checks & context.enemyKingZone; contacts != 0;) {
         units +=

@@ -26,7 +26,7 @@ OppositeBishopScale oppositeBishopScale(const ScaledSide (&sides)[2], Colour str
         // The bishops stop pawns of one colour each: only several pawns, and passed ones most, can win.
         const int pawns = std::clamp(sides[stronger].pawnCount - 2 + sides[stronger].passedCount, 0, 21);
         const int scale = (sqrtTable[pawns] + 2) / 5;
-        return {scale, scale == fullScale};
+        return {scale, scale == fullScale}; // never full: the table ends below it
     }
     if (phase > phaseOfManyPieces) return {fullScale, true};
     return {scaleWithOtherPieces, false};

@@ -2,6 +2,8 @@
 #include "eval/tables.h"
 
 #include "board/bits.h"
+#include "board/piece_square.h"
+#include "board/types.h"
 #include "eval/endings.h"
 #include "eval/parameters.h"
 #include "eval/pawn_table.h"
@@ -43,17 +45,13 @@ void fillPawnIslands() {
     }
 }
 
-// The pair's blend by the phase, times 96.
-int blend(PackedScore score, int phase) { return (fullPhase - phase) * score.endgame() + phase * score.opening(); }
-
 void fillByPhase() {
-    constexpr int thousandthsPerCentipawn = 10;
     for (int phase = 0; phase <= fullPhase; ++phase) {
         evalTables.tempoByPhase[phase] =
-            static_cast<int>(roundedQuotient<fullPhase>(blend(evalParameters.tempo, phase)));
+            static_cast<int>(roundedQuotient<fullPhase>(blendByPhase(evalParameters.tempo, phase)));
         for (PieceType type = pawn; type <= queen; ++type) {
-            evalTables.phasePieceValue[phase][type] =
-                blend(evalParameters.material[type], phase) / (fullPhase * thousandthsPerCentipawn);
+            evalTables.phasePieceValue[phase][type] = static_cast<int>(
+                blendByPhase(evalParameters.material[type], phase) / (fullPhase * thousandthsPerCentipawn));
         }
     }
     for (PieceType type = pawn; type <= queen; ++type) {

@@ -5,10 +5,9 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "board/packed_score.h"
-#include "board/piece_square.h"
-#include "board/types.h"
 #include "eval/clamped_table.h"
 
 namespace helvan {
@@ -16,11 +15,18 @@ namespace helvan {
 // The full-board phase: at it the opening values count alone, at 0 the endgame values.
 inline constexpr int fullPhase = 96;
 
+inline constexpr int thousandthsPerCentipawn = 10;
+
+// The score by the phase 0..96, in thousandths of a pawn x 96.
+constexpr std::int64_t blendByPhase(PackedScore score, int phase) {
+    return std::int64_t{fullPhase - phase} * score.endgame() + std::int64_t{phase} * score.opening();
+}
+
 struct EvalTables {
     ClampedTable<PackedScore, 128> kingSafetyTable; // by attack units; flat beyond them
     std::array<PackedScore, 256> pawnIslandTable;   // by the set of files with pawns
     std::array<int, fullPhase + 1> tempoByPhase;    // thousandths of a pawn
-    // A passed pawn's king distances, by relative rank - 2 and distance 0..8.
+    // A passed pawn's king distances, by its rank from the second (0) to the seventh (5) and distance 0..8.
     std::array<std::array<PackedScore, 9>, 6> passedOwnKingTable;
     std::array<std::array<PackedScore, 9>, 6> passedEnemyKingTable;
     // The plain value of a piece in centipawns: the larger of its two; 0 for none and the king.
@@ -32,8 +38,8 @@ struct EvalTables {
 extern EvalTables evalTables;
 
 // Builds every table from the current parameters, the piece-square table included, and forgets the stored pawn
-// structures, whose scores depend on them. The cache of whole evaluations is kept, deliberately: a score of the
-// old parameters may be answered until its slot is needed.
+// structures, whose scores depend on them. The cache of whole evaluations is kept: a score of the old parameters
+// may be answered until its slot is taken.
 void initEvalTables();
 
 // The known endings' table, then all of the above. To be called at start and whenever a parameter has changed.

@@ -38,11 +38,8 @@ struct RootMoveState {
 // The piece-square sum after the move, for the mover: a first guess at the order.
 int orderScoreOf(const Position& position, const Position& child, Move move) {
     constexpr int losingPenalty = 500;
-    constexpr int thousandthsPerCentipawn = 10;
     const int phase = minimum(child.phase, fullPhase);
-    const PackedScore sum = child.pstScore;
-    const std::int64_t blended = std::int64_t{phase} * sum.opening() + std::int64_t{fullPhase - phase} * sum.endgame();
-    int score = static_cast<int>(blended / (fullPhase * thousandthsPerCentipawn));
+    int score = static_cast<int>(blendByPhase(child.pstScore, phase) / (fullPhase * thousandthsPerCentipawn));
     if (position.sideToMove() == black) score = -score;
     return losesMaterial(position, move) ? score - losingPenalty : score;
 }

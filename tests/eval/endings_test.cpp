@@ -73,7 +73,7 @@ private:
     std::vector<bool> won = std::vector<bool>(64 * 64 * 64 * 2); // never where the placement is impossible
 
     static std::size_t indexOf(const Placement& at) {
-        return static_cast<std::size_t>(((at.pawnSquare * 64 + at.strong) * 64 + at.weak) * 2 + at.side);
+        return ((at.pawnSquare * 64 + at.strong) * 64 + at.weak) * 2 + at.side;
     }
 
     bool becomesWon(const Placement& at) const { return at.side == white ? ownerWins(at) : loneKingLoses(at); }

@@ -212,7 +212,7 @@ void compareTerms(const Position& position) {
     for (const Colour us : {white, black}) SlowTerms(position, us, rows);
     std::size_t compared = 0;
     for (const EvalExplanation::Term& term : explanation.terms) {
-        if (noRows.count(term.name) == 0) continue;
+        if (!noRows.contains(term.name)) continue;
         ++compared;
         for (const Colour us : {white, black}) {
             const PackedScore credit = us == white ? term.white : term.black;
