@@ -21,6 +21,7 @@ elseif(HELVAN_PROFILE STREQUAL "use")
       "sanitizers, no generator of several configurations")
   endif()
   set(training ${PROJECT_BINARY_DIR}/training)
+  string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" flags_of_type)
   set(counts ${training}/counts)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     set(merge ${CMAKE_COMMAND} -E true)
@@ -39,7 +40,8 @@ elseif(HELVAN_PROFILE STREQUAL "use")
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${counts}
     COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${training} -G ${CMAKE_GENERATOR}
       -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER} -DCMAKE_BUILD_TYPE=${CMAKE_BUILD_TYPE} -DHELVAN_ARCH=${HELVAN_ARCH}
-      -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS} -DHELVAN_TESTS=OFF -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
+      -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS} -D${flags_of_type}=${${flags_of_type}} -DHELVAN_TESTS=OFF
+      -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
     COMMAND ${CMAKE_COMMAND} --build ${training} --target helvan-debug
     COMMAND ${training}/tools/helvan-debug bench ${HELVAN_TRAINING_DEPTH} ${PROJECT_SOURCE_DIR}/tools/training.epd
     COMMAND ${merge}
