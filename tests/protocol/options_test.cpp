@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -57,21 +58,20 @@ std::string textOf(const std::string& document) {
 class Options : public ::testing::Test {
 protected:
     Options() {
-        for (int i = 0; i < settingCount; ++i) saved[i] = *settings[i];
+        for (int* setting : {&ownBook, &hashMegabytes, &multiPv, &ponderAllowed, &hardLimitPercent}) save(setting);
+        for (const SpinParam* param = spinParams; param->name[0] != '\0'; ++param) save(param->value);
+        for (const CheckParam* param = checkParams; param->name[0] != '\0'; ++param) save(param->value);
     }
     ~Options() override {
-        for (int i = 0; i < settingCount; ++i) *settings[i] = saved[i];
+        for (const auto& [setting, value] : saved) *setting = value;
         std::strcpy(bookFileName, "helvan.bin");
         transpositionTable.release();
         rebuildTables();
     }
 
 private:
-    static constexpr int settingCount = 10;
-    static constexpr int* settings[settingCount] = {
-        &ownBook,   &hashMegabytes, &multiPv, &ponderAllowed,           &hardLimitPercent, &kingSafetyAggressiveness,
-        &drawScore, &bestLineOnly,  &useLmr,  &moveOverheadMilliseconds};
-    int saved[settingCount];
+    std::map<int*, int> saved;
+    void save(int* setting) { saved[setting] = *setting; }
 };
 
 using Clocks = Options; // the commands with clocks change settings, too
