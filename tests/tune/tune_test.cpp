@@ -28,7 +28,7 @@ bool isLinear(const Position& position) {
 TrainingSet randomSet(int count, std::uint64_t seed) {
     TrainingSet set;
     forRandomPositions(count, seed, [&](const Position& position, Random& random) {
-        if (isLinear(position)) set.add(position, 0.5f, 0.0f, below(random, 100));
+        if (isLinear(position)) set.add(position, 0.5F, 0.0F, below(random, 100));
     });
     dropSpecialEndings(set);
     return set;
@@ -90,7 +90,7 @@ TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreads) {
         const double pawns = evaluationInPawns(set.positions[i]);
         const double winning = 1.0 / (1.0 + std::exp(-pawns / 2.0));
         set.scores[i] = static_cast<float>(100.0 * pawns);
-        set.results[i] = below(random, 1000) < 1000 * winning ? 1.0f : 0.0f;
+        set.results[i] = below(random, 1000) < 1000 * winning ? 1.0F : 0.0F;
     }
     evalParameters = before;
     initEvalTables();
@@ -156,8 +156,8 @@ TEST_F(Tuning, UnsettledPositionsAreLeftOut) {
     dropUnsettled(set, 5);
     ASSERT_EQ(set.size(), 1U);
     EXPECT_EQ(set.games[0], 3);
-    EXPECT_EQ(set.results[0], 0.0f);
-    EXPECT_EQ(set.scores[0], 30.0f);
+    EXPECT_EQ(set.results[0], 0.0F);
+    EXPECT_EQ(set.scores[0], 30.0F);
 }
 
 // No position shows the second value and the third: the one moves with its neighbour, the other stays.
@@ -170,12 +170,12 @@ TEST(Regression, AValueNeverSeenFollowsItsNeighbour) {
     for (std::uint32_t i = 0; i < 1000; ++i) {
         model.begin.push_back(i);
         model.variables.push_back(0);
-        model.coefficients.push_back(1.0f);
-        model.unchanged.push_back(0.0f);
-        model.openingShare.push_back(0.5f);
-        model.tempo.push_back(0.0f);
-        for (auto& scale : model.scale) scale.push_back(1.0f);
-        task.targets.push_back(0.7f);
+        model.coefficients.push_back(1.0F);
+        model.unchanged.push_back(0.0F);
+        model.openingShare.push_back(0.5F);
+        model.tempo.push_back(0.0F);
+        for (auto& scale : model.scale) scale.push_back(1.0F);
+        task.targets.push_back(0.7F);
         (i % 10 == 0 ? task.validation : task.training).push_back(i);
     }
     model.begin.push_back(1000);
@@ -195,8 +195,8 @@ TEST(Regression, AValueNeverSeenFollowsItsNeighbour) {
 TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
     TrainingSet set;
     EXPECT_TRUE(addLine(set, "8/p3r1p1/1pn1P1kp/2pp4/8/P3PR2/PB2K1PP/8 w - -|0.5|-78|7\n"));
-    EXPECT_EQ(set.results[0], 0.5f);
-    EXPECT_EQ(set.scores[0], -78.0f);
+    EXPECT_EQ(set.results[0], 0.5F);
+    EXPECT_EQ(set.scores[0], -78.0F);
     EXPECT_EQ(set.games[0], 7);
     for (const char* line :
          {"", "8/8/8/8/8/8/8/8 w - -|1|0|1", "4k3/8/8/8/8/8/8/4K3 w - -|1|0", "4k3/8|1|0|1",
