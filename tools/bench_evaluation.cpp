@@ -61,8 +61,7 @@ std::vector<Position> positionsFromPlay() {
     std::vector<Position> positions;
     positions.reserve(sampledPositions);
     Random random(1);
-    const SearchScope scope;
-    setDeadlines(noTimeGoalSeconds); // or the clock would stop the quiescence search, which then answers 0
+    const SearchScope scope; // of the quiescence searches, which stop at no limit
     while (positions.size() < sampledPositions) {
         Position current;
         setupFromFen(current, startFen);

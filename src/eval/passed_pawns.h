@@ -65,7 +65,7 @@ template <Colour us> void evaluatePassedPawns(Evaluation& e) {
         e.credit[us] += evalParameters.passedBaseTable[row];
         if (row < fourthRank) continue;
         evaluatePassedKings<us>(e, square, row);
-        if (row > fourthRank) evaluateRooksBehind<us>(e, square);
+        if (row > fourthRank) evaluateRooksBehind<us>(e, square); // from the fifth rank on, not before
         if ((e.occupied & bit(square + forwardStep(us))) == 0) evaluatePath<us>(e, square, row);
     }
 }

@@ -66,18 +66,16 @@ PackedScore support(const Side& side, Square square) {
     return score;
 }
 
-// The index in OffsetValues, on any board: one set up by hand may have pawns on the last ranks.
+// The index in OffsetValues.
 int offsetFrom(Square kingSquare, Square square, Colour us) {
     const int ranks = relativeRankOf(us, square) - relativeRankOf(us, kingSquare);
     const int files = std::abs(fileOf(square) - fileOf(kingSquare));
-    return (mostRanksApart - std::clamp(ranks, -mostRanksApart, mostRanksApart)) * offsetColumns +
-           std::min(files, offsetColumns - 1);
+    return (mostRanksApart - ranks) * offsetColumns + std::min(files, offsetColumns - 1);
 }
 
 // Both kings' ways to the square before a passed pawn.
 PackedScore kingProximity(const Side& side, Square square) {
     const Square stop = square + forwardStep(side.us);
-    if (stop < 0 || stop > 63) return {};
     return evalParameters.passedOwnKing * kingDistance(side.ownKing, stop) +
            evalParameters.passedEnemyKing * kingDistance(side.enemyKing, stop);
 }
@@ -135,8 +133,7 @@ PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
             if (passedCount < longestPassedList) passedList[passedCount] = static_cast<std::uint8_t>(square);
             ++passedCount;
         } else if (isCandidate(side, square)) {
-            const int row = std::clamp(relativeRankOf(side.us, square) - 1, 0, 5);
-            score += p.candidateTable[row];
+            score += p.candidateTable[relativeRankOf(side.us, square) - 1];
         }
     }
     if (passedCount >= 2) score += p.manyPassed;

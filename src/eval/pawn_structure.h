@@ -9,7 +9,7 @@
 namespace helvan {
 
 // The entry of the position's pawns and kings, computed if it is not stored. Valid until the next call. The position
-// has one king of each colour, and the tables are built.
+// has one king of each colour and no pawn on the first or last rank, and the tables are built.
 const PawnEntry& evaluatePawns(const Position& position);
 
 // What one colour's pawns are worth to it, computed without the table.

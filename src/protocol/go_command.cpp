@@ -55,7 +55,7 @@ double allotFromClock(const GoParameters& go, Colour mover) {
                               .incrementSeconds = mover == white ? go.whiteIncrement : go.blackIncrement,
                               .movesToGo = go.movesToGo,
                               .overheadMilliseconds = moveOverheadMilliseconds};
-    const bool byMoves = go.movesToGo != 0 || go.depth < 0; // a negative depth: deliberately
+    const bool byMoves = go.movesToGo != 0 || go.depth < 0;
     const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
     searchState.longestSafe = longestSafeSeconds(clock);
     if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;

@@ -58,8 +58,8 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
             quietOrderOf(node.position)};
 }
 
-// Whether a side in check has just one legal move; makes three at most. Kept out of its callers, whose stack frames
-// recurse.
+// Whether a side in check has just one legal move; three are counted at most. Kept out of its callers, whose stack
+// frames recurse.
 [[gnu::noinline]] inline bool hasSingleReply(const Position& position) {
     MovePicker picker(position, PickerKind::evasions);
     Position child;

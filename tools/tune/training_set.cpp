@@ -83,7 +83,6 @@ bool addLine(TrainingSet& set, const std::string& line) {
 
 void dropUnsettled(TrainingSet& set, int margin) {
     const SearchScope scope;
-    setDeadlines(noTimeGoalSeconds);
     set.keepIf([&](Position position) {
         Move line[pvCapacity];
         const int standing = evaluate(position);
