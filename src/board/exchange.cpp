@@ -53,6 +53,11 @@ public:
         attackers &= occupied;
         const Bitboard own = attackers & position.of(side, allPieces);
         if (own == 0) return false;
+        // A king there has moved into an attack: it is taken, whatever stands behind it, and that is the end.
+        if (standing == exchangeValues[king]) {
+            attackers = 0;
+            return true;
+        }
         const Attacker next = leastValuable(position, side, own);
         occupied ^= next.square;
         addUncovered(next.type);

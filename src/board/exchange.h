@@ -12,8 +12,9 @@ inline constexpr int exchangeValues[8] = {0, 100, 300, 300, 500, 900, 10000, 0};
 
 // The material balance, in centipawns for the mover, of the exchange on the move's to-square: both sides
 // capture with their least valuable attacker, pieces behind an attacker join once it has captured, either side
-// stops when capturing on would lose, and a king captures only what no longer has a defender. The mover is
-// the side to move, or its opponent with flip 1. A promotion to queen or knight counts its gain.
+// stops when capturing on would lose, and a king captures only what no longer has a defender. A king that moves first
+// where it is attacked is itself lost, whatever stands behind it. The mover is the side to move, or its opponent with
+// flip 1. A promotion to queen or knight counts its gain.
 // Answers 0 for en passant, castling and promotions to rook or bishop.
 int see(const Position& position, Move move, int flip = 0);
 

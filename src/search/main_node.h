@@ -35,8 +35,7 @@ struct MainNode {
     int best = -infiniteScore;
     Move bestMove = nullMove;
     std::optional<KingLines> lines; // once a move has been made
-    bool bestIsRepetition = false;
-    int moveNumber = 0; // moves made so far, and one where standing pat counts as a move
+    int moveNumber = 0;             // moves made so far, and one where standing pat counts as a move
     int quietCount = 0;
     Move quiets[maxMoves]; // quiet moves made so far; uninitialised beyond their count
 };
@@ -123,8 +122,10 @@ inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& sta
 // The draw score of a move that repeats a position or ends the fifty moves.
 inline int repetitionScore(int ply) { return -drawScoreAt(ply); }
 
-inline bool capturesIntoPawnEnding(const Position& child) {
-    return child.phase == 0 && child.capturedPiece != 0 && child.capturedPiece != pawn;
+// What a move's extension comes to at most, in quarter-plies; the capture that leaves a pawn ending stands above it.
+inline int cappedExtension(const Position& child, int extension) {
+    const bool intoPawnEnding = child.phase == 0 && child.capturedPiece != 0 && child.capturedPiece != pawn;
+    return intoPawnEnding ? intoPawnEndingExtension : minimum(extension, mostExtension);
 }
 
 // The reasons that extend moves at all nodes, in quarter-plies.

@@ -64,14 +64,13 @@ int extendSingular(const PvNode& node, const MoveState& state) {
 
 // In quarter-plies.
 int extensionOf(const PvNode& node, const Position& child, const MoveState& state) {
-    if (capturesIntoPawnEnding(child)) return intoPawnEndingExtension;
     int extension = commonExtension(node, state);
     if (state.number <= safeCaptureMoves && isCapture(node.position, state.move) &&
         !losesMaterial(node.position, state.move)) {
         extension += safeCaptureExtension;
     }
     extension += extendSingular(node, state);
-    return minimum(extension, mostExtension);
+    return cappedExtension(child, extension);
 }
 
 // Half-plies to search the move less deep; 0 for none.
@@ -118,17 +117,16 @@ bool searchMoves(PvNode& node, Move* pvOut) {
         if (score <= node.best) continue;
         node.best = score;
         node.bestMove = move;
-        node.bestIsRepetition = state.repetition;
+        joinPv(pvOut, move, line);
         if (score <= node.alpha) continue;
         node.alpha = score;
-        joinPv(pvOut, move, line);
         if (score >= node.beta) return state.quiet && !state.repetition;
     }
     return false;
 }
 
+// Unlike a scout's, a score that rests on a repetition is kept as well: the window was open to every move.
 void storePv(const PvNode& node) {
-    if (node.bestIsRepetition) return;
     const Bound bound = node.best >= node.beta ? lowerBound : node.best > node.firstAlpha ? exactBound : upperBound;
     transpositionTable.store(node.position.key, node.depth, scoreToTable(node.best, node.ply), bound,
                              bound == upperBound ? nullMove : node.bestMove, 0);

@@ -14,6 +14,7 @@ struct ScoutNode : MainNode {
     bool noNull;
     int parity; // 1 where a cut-off is expected, 0 where every move is expected to fail
     bool tacticalOnly = false;
+    bool bestIsRepetition = false;
 
     ScoutNode(Position& at, int bound, int halfPlies, int fromRoot, Move excludedMove, bool withoutNull)
         : MainNode(at, halfPlies, fromRoot), beta(bound), excluded(excludedMove), noNull(withoutNull),
@@ -152,13 +153,14 @@ int extendSingular(const ScoutNode& node, const MoveState& state, int extension)
         return extension;
     }
     const int bound = node.hashScore - singularMargin;
-    if (searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, false) >= bound) return extension;
+    // What a null move led to is not passed in either: two never follow each other.
+    const int score = searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, node.noNull);
+    if (score >= bound) return extension;
     return node.depth >= singularPliesFactor * node.ply ? singularExtensionNearRoot : extension + singularExtension;
 }
 
 // In quarter-plies.
 int extensionOf(const ScoutNode& node, const Position& child, const MoveState& state) {
-    if (capturesIntoPawnEnding(child)) return intoPawnEndingExtension;
     int extension = commonExtension(node, state);
     if (state.givesCheck && node.parity != 0 && node.depth <= expectedCutCheckDepth) {
         extension += expectedCutCheckExtension;
@@ -169,7 +171,7 @@ int extensionOf(const ScoutNode& node, const Position& child, const MoveState& s
         extension = hashMoveExtension;
     }
     extension = extendSingular(node, state, extension);
-    return minimum(extension, mostExtension);
+    return cappedExtension(child, extension);
 }
 
 // A late quiet move that cannot be expected to bring the score up to beta.

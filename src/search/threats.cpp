@@ -21,10 +21,12 @@ bool lastMoveThreatens(const Position& position) {
     const Bitboard occupied = position.occupied();
     const PieceType type = pieceTypeAt(position, mover, from);
     const Bitboard attacks = type == pawn ? pawnAttacks(mover, bit(from)) : pieceAttacks(type, from, occupied);
+    const Bitboard withoutMover = occupied & ~bit(from);
     for (Bitboard targets = attacks & position.of(us, allPieces) & ~position.of(us, king); targets != 0;) {
         const Square target = popLowestBit(targets);
+        // Two cases in which the exchange pays for sure, and is not played out.
         if (exchangeValues[pieceTypeAt(position, us, target)] > exchangeValues[type]) return true;
-        if (attackersOf(position, target, us, occupied) == 0) return true;
+        if (attackersOf(position, target, us, withoutMover) == 0) return true;
         if (seeAtLeast(position, encodeMove(from, target), 1, 1)) return true;
     }
     return false;

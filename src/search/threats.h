@@ -7,8 +7,8 @@
 
 namespace helvan {
 
-// Whether the piece that made the last move could win something now: it attacks a piece worth more, or one that is
-// not defended, or the exchange pays. False after a null move.
+// Whether the piece that made the last move could win something now: the exchange on a piece that it attacks pays.
+// False after a null move.
 bool lastMoveThreatens(const Position& position);
 
 // What the side to move stands to lose, in pawns: the most that an exchange on one of its pieces brings the enemy;

@@ -20,6 +20,7 @@ int bestCapture(const LetterBoard& board, Square square, Colour side) {
     for (const char man : std::string(menOf[side])) {
         for (Square from = 0; from < 64; ++from) {
             if (board[from] != man || !board.reaches(man, from, square)) continue;
+            if (std::tolower(board[square]) == 'k') return valueOf('k'); // nothing is played after that
             LetterBoard next = board;
             next[square] = man;
             next[from] = '-';
@@ -59,6 +60,29 @@ TEST(Exchange, AgreesWithPlayingTheCapturesOut) {
             }
         }
     });
+}
+
+// Pieces of both colours, attacked or not, by whoever is to move.
+TEST(Exchange, WhatCanBeWonOnASquareAgreesWithPlayingItOut) {
+    forRandomPositions(30000, 13, [](const Position& position, Random&) {
+        const LetterBoard board(position);
+        for (const Colour colour : {white, black}) {
+            const Colour enemy = opponent(colour);
+            for (Bitboard men = position.of(enemy, allPieces) & ~position.of(enemy, king); men != 0;) {
+                const Square square = popLowestBit(men);
+                const int gain = bestCapture(board, square, colour);
+                ASSERT_EQ(captureGain(position, square, colour), gain) << square;
+                ASSERT_EQ(isEnPrise(position, square, colour), gain > 0) << square;
+            }
+        }
+    });
+}
+
+TEST(Exchange, AKingCapturesNothingThatItsStepUncovers) {
+    const Position position = positionOf("8/5r2/8/5k2/5P2/4K3/8/8 b - -");
+    EXPECT_EQ(see(position, encodeMove(f5, f4)), 100 - 10000); // the rook behind it does not keep the other king off
+    EXPECT_EQ(captureGain(position, f4, black), 0);
+    EXPECT_FALSE(isEnPrise(position, f4, black));
 }
 
 } // namespace helvan::testing

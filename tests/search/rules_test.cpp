@@ -50,6 +50,26 @@ TEST(Threats, LastMoveThreatens) {
     EXPECT_FALSE(threatens("4k3/8/8/3n4/8/8/8/R3K3 w - -", nullMove));
 }
 
+TEST(Threats, AreExchangesThatPay) {
+    const Position behind = positionOf("7k/N7/8/8/7r/8/8/RQ4K1 b - -");
+    EXPECT_FALSE(lastMoveThreatens(childOf(behind, encodeMove(h4, a4)))); // the rook guards the knight through it
+    int threats = 0;
+    forRandomPositions(20000, 14, [&](const Position& position, Random&) {
+        if (position.prev == nullptr) return;
+        const Square from = moveTo(position.lastMove);
+        const Colour us = position.sideToMove();
+        bool pays = false;
+        for (Bitboard targets = position.of(us, allPieces) & ~position.of(us, king); targets != 0;) {
+            const Square target = popLowestBit(targets);
+            const Bitboard attackers = attackersOf(position, target, opponent(us), position.occupied());
+            pays = pays || ((attackers & bit(from)) != 0 && see(position, encodeMove(from, target), 1) > 0);
+        }
+        ASSERT_EQ(lastMoveThreatens(position), pays) << textOf(position.lastMove);
+        threats += pays;
+    });
+    EXPECT_GT(threats, 1000);
+}
+
 TEST(Threats, ThreatenedLossIsTheLargestGainOfTheEnemy) {
     EXPECT_EQ(threatenedLoss(positionOf("4k3/8/8/8/8/8/P7/4K3 w - -")), 0);
     EXPECT_EQ(threatenedLoss(positionOf("4k3/8/4p3/3Q4/8/1n6/P7/4K3 w - -")), 9);
