@@ -13,15 +13,6 @@ std::array<EndingEntry, endingSlots> EndingTables;
 
 namespace {
 
-// Upper-case letters are the pieces of one side, lower-case letters those of the other; kings go without saying. The
-// score is for the upper-case side, which may be either colour.
-struct EndingRecord {
-    const char* pieces;
-    std::int32_t scale; // per mille
-    std::int32_t score; // thousandths of a pawn
-    EndingEvaluator evaluator;
-};
-
 // clang-format off
 constexpr EndingRecord endingRecords[] = {
     {"",       0,     0, nullptr},
@@ -123,10 +114,8 @@ Key signatureOf(const char* pieces, Colour upperCaseSide) {
     return signature;
 }
 
-EndingEntry& slotOf(Key signature) { return EndingTables[signature & (endingSlots - 1)]; }
-
 void store(Key signature, const EndingRecord& record, std::int32_t score) {
-    EndingEntry& slot = slotOf(signature);
+    EndingEntry& slot = EndingTables[endingSlotOf(signature)];
     if (slot.state < freeSlot) {
         std::fprintf(stderr, "Hash conflict in ending tables\n");
         endProcess(1);
@@ -138,13 +127,17 @@ void store(Key signature, const EndingRecord& record, std::int32_t score) {
 
 void initEndingTables() {
     initPawnBitbase();
+    fillEndingTables(endingRecords);
+}
+
+void fillEndingTables(const EndingRecord* records) {
     EndingTables.fill({});
-    for (const EndingRecord* record = endingRecords; record->pieces[0] != '-'; ++record) {
+    for (const EndingRecord* record = records; record->pieces[0] != '-'; ++record) {
         const Key signature = signatureOf(record->pieces, white);
         const Key swapped = signatureOf(record->pieces, black);
         store(signature, *record, record->score);
-        // Material that is the same for both sides is stored once.
-        if (swapped != signature) store(swapped, *record, -record->score);
+        // Material that is the same for both sides is stored once. The slots are compared, not the keys, deliberately.
+        if (endingSlotOf(swapped) != endingSlotOf(signature)) store(swapped, *record, -record->score);
     }
 }
 

@@ -26,17 +26,31 @@ struct EndingEntry {
     EndingEvaluator evaluator = nullptr; // when not null, it alone decides
 };
 
+// Upper-case letters are the pieces of one side, lower-case letters those of the other; kings go without saying. The
+// score is for the upper-case side, which may be either colour.
+struct EndingRecord {
+    const char* pieces;
+    std::int32_t scale; // per mille
+    std::int32_t score; // thousandths of a pawn
+    EndingEvaluator evaluator;
+};
+
 inline constexpr int endingSlots = 4096;
 
 extern std::array<EndingEntry, endingSlots> EndingTables;
 
-// Fills the table, and the pawn bitbase unless that has been done. Two endings in one slot, a fault of the list, end
-// the process with a message on standard error.
+// Fills the table with the known endings, and the pawn bitbase unless that has been done.
 void initEndingTables();
+
+// Fills the table with these records alone, up to one whose pieces begin with "-". Two endings in one slot, a fault of
+// the list, end the process with a message on standard error; only the two colours of one record may share theirs.
+void fillEndingTables(const EndingRecord* records);
+
+constexpr int endingSlotOf(Key materialKey) { return static_cast<int>(materialKey & (endingSlots - 1)); }
 
 // The ending with this material key, or null if it is none of the known ones.
 inline const EndingEntry* findEnding(Key materialKey) {
-    const EndingEntry& entry = EndingTables[materialKey & (endingSlots - 1)];
+    const EndingEntry& entry = EndingTables[endingSlotOf(materialKey)];
     return entry.key == materialKey ? &entry : nullptr;
 }
 

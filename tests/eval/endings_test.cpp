@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -150,6 +151,34 @@ TEST(Endings, EveryRowTakesEffectForBothColours) {
         const Position position = positionOf(std::string("k7/8/") + unknown + "/8/8/8/8/7K w - -");
         EXPECT_EQ(findEnding(position.materialKey), nullptr) << unknown;
     }
+}
+
+// Signatures are sums of random numbers: somewhere a material and its mirror image differ, but not in their slots.
+TEST(Endings, AMirrorImageInTheSameSlotIsNoClash) {
+    const auto keyOfPieces = [](const std::string& pieces) {
+        const std::string empty = std::to_string(8 - pieces.size());
+        return positionOf("k7/8/" + pieces + (empty == "0" ? "" : empty) + "/8/8/8/8/7K w - -").materialKey;
+    };
+    Random random(1);
+    std::string pieces, mirrorImage;
+    do {
+        pieces.clear();
+        mirrorImage.clear();
+        for (int i = 0; i < 8; ++i) {
+            const char letter = oneOf(random, std::string("PNBRQpnbrq"));
+            pieces += letter;
+            mirrorImage += static_cast<char>(std::isupper(letter) ? std::tolower(letter) : std::toupper(letter));
+        }
+    } while (keyOfPieces(pieces) == keyOfPieces(mirrorImage) ||
+             endingSlotOf(keyOfPieces(pieces)) != endingSlotOf(keyOfPieces(mirrorImage)));
+    const EndingRecord records[] = {{pieces.c_str(), 70, 5, nullptr}, {"-", 0, 0, nullptr}};
+    fillEndingTables(records); // a clash would end the process
+    ASSERT_NE(findEnding(keyOfPieces(pieces)), nullptr);
+    EXPECT_EQ(findEnding(keyOfPieces(pieces))->scale, 70);
+    EXPECT_EQ(findEnding(keyOfPieces(mirrorImage)), nullptr);
+    const EndingRecord clashing[] = {records[0], {mirrorImage.c_str(), 80, 5, nullptr}, {"-", 0, 0, nullptr}};
+    EXPECT_EXIT(fillEndingTables(clashing), ::testing::ExitedWithCode(1), "Hash conflict in ending tables\n");
+    initEndingTables();
 }
 
 TEST(Endings, BareKingsScoreTheTempoAlone) {
