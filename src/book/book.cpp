@@ -191,6 +191,8 @@ void reopenBook() {
     bookFile = nullptr;
     // Opening a directory may succeed, and a pipe would have to be waited for.
     if (ownBook == 1 && isRegularFile(bookFileName)) bookFile = std::fopen(bookFileName, "rb");
+    // The file may be written anew under our hands: what a buffer holds of it would be out of date.
+    if (bookFile != nullptr) std::setvbuf(bookFile, nullptr, _IONBF, 0);
 }
 
 Move probeBook(const Position& position) {

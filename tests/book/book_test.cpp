@@ -114,6 +114,18 @@ TEST_F(Book, IsPlayedFromWithoutSearch) {
     EXPECT_TRUE(contains(answerTo("go depth 1 searchmoves a2a3"), "bestmove a2a3"));
 }
 
+TEST_F(Book, WrittenAnewInPlaceIsReadAnew) {
+    EXPECT_EQ(answerOf(start, {{"e2e4", 1}, {"e2e4", 1}, {"e2e4", 1}}), "e2e4");
+    for (const char* moves : {"d2d4 d2d4", "c2c4", "g1f3 g1f3 g1f3 g1f3", "b1c3 b1c3 b1c3 b1c3"}) {
+        bytes.clear();
+        for (std::size_t at = 0; at < std::strlen(moves); at += 5) {
+            add(polyglotKey(start), encodedForBook(std::string(moves + at, 4)), 1);
+        }
+        std::ofstream(name, std::ios::binary) << bytes; // the same file, cut or grown
+        EXPECT_EQ(probe(start), std::string(moves, 4));
+    }
+}
+
 TEST_F(Book, FindsEveryEntryOfASortedBook) {
     std::map<std::uint64_t, std::string> entries;
     std::vector<Position> positions;
