@@ -57,15 +57,16 @@ double allotFromClock(const GoParameters& go, Colour mover) {
                               .overheadMilliseconds = moveOverheadMilliseconds};
     const bool byMoves = go.movesToGo != 0 || go.depth < 0;
     const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
-    searchState.longestSafe = longestSafeSeconds(clock);
     if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;
+    searchState.hardLimit = hardLimitSeconds(clock, allotment, hardLimitPercent);
+    const double left = clock.secondsLeft.value_or(0.0);
     if (byMoves) {
-        logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", clock.secondsLeft, clock.movesToGo,
+        logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", left, clock.movesToGo,
                  allotment.plannedSeconds);
         // No line of the protocol: front ends skip it, people like to see it.
         std::printf("goal: %8.3f   max_goal_perc: %8d \n", allotment.goalSeconds, hardLimitPercent);
     } else {
-        logWrite("We have %8.1f seconds for the game.  %8.1f goal set\n", clock.secondsLeft, allotment.goalSeconds);
+        logWrite("We have %8.1f seconds for the game.  %8.1f goal set\n", left, allotment.goalSeconds);
     }
     return allotment.goalSeconds;
 }

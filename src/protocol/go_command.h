@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "protocol/words.h"
@@ -11,8 +12,8 @@
 namespace helvan {
 
 struct GoParameters {
-    double whiteTime = 0.0; // seconds, as all times here
-    double blackTime = 0.0;
+    std::optional<double> whiteTime; // seconds, as all times here; empty: not named
+    std::optional<double> blackTime;
     double whiteIncrement = 0.0;
     double blackIncrement = 0.0;
     double moveTime = 0.0; // 0 for none

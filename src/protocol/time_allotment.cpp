@@ -22,6 +22,7 @@ constexpr double incrementShare = 0.95;
 constexpr double movesSavedUp = 2.0;  // added to the increments on the clock
 constexpr double stretchMargin = 1.1; // the longest time leaves so much of the clock
 constexpr double leastStretch = 1.0;  // on a clock below zero
+constexpr int leastHardLimitPercent = 100;
 
 constexpr double leastGoalMovesToGo = 0.005; // seconds
 constexpr double leastGoalGame = 0.002;
@@ -32,43 +33,44 @@ int percent(double ratio) {
         std::clamp(ratio * 100.0, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
 }
 
-// A plan for no time at all stays at the least goal, whatever overhead is set.
-double goalAfterOverhead(double planned, int overheadMilliseconds, double least) {
-    return planned > 0.0 ? std::max(planned - overheadMilliseconds / 1000.0, least) : least;
+double overheadSeconds(const MoverClock& clock) { return clock.overheadMilliseconds / 1000.0; }
+
+TimeAllotment allot(const MoverClock& clock, double planned, double least, std::optional<int> maxGoalPercent) {
+    return {planned, std::max(planned - overheadSeconds(clock), least), least, maxGoalPercent};
 }
 
 // The longest time as a multiple of the planned one.
-double stretchForMovesToGo(const MoverClock& clock, double movesPlanned, double planned) {
+double stretchForMovesToGo(const MoverClock& clock, double left, double movesPlanned, double planned) {
     const bool lastMove = clock.movesToGo == 1;
     if (planned != 0.0) {
-        const double longest = lastMove ? clock.secondsLeft * lastMoveShare
-                                        : std::min(planned * largestStretch, clock.secondsLeft * largestShare);
-        return longest / planned;
+        return (lastMove ? left * lastMoveShare : std::min(planned * largestStretch, left * largestShare)) / planned;
     }
     // Nothing to divide: what the moves alone make of the same quotient.
-    const double stretch = lastMove ? lastMoveShare * movesPlanned / goalScale
-                                    : std::min(largestStretch, largestShare * movesPlanned / goalScale);
-    return clock.secondsLeft < 0.0 ? std::max(stretch, leastStretch) : stretch;
+    return lastMove ? lastMoveShare * movesPlanned / goalScale
+                    : std::min(largestStretch, largestShare * movesPlanned / goalScale);
 }
 
 } // namespace
 
-double longestSafeSeconds(const MoverClock& clock) {
-    constexpr double overheadsKept = 2.0;
-    return std::max(clock.secondsLeft - overheadsKept * clock.overheadMilliseconds / 1000.0, 0.0);
+double hardLimitSeconds(const MoverClock& clock, const TimeAllotment& allotment, int hardLimitPercent) {
+    const double stretch = std::max(hardLimitPercent, leastHardLimitPercent) / 100.0;
+    const double spare = clock.secondsLeft.value_or(0.0) - overheadSeconds(clock);
+    const double limit = std::min(stretch * allotment.goalSeconds, spare);
+    const double least = stretch * allotment.leastSeconds;
+    if (limit >= least) return limit;
+    return !clock.secondsLeft || *clock.secondsLeft >= least ? least : 0.0;
 }
 
 TimeAllotment allotForMovesToGo(const MoverClock& clock) {
+    const double left = clock.secondsLeft.value_or(0.0);
     const double movesPlanned = static_cast<double>(clock.movesToGo) + spareMoves;
-    const bool divisible = clock.secondsLeft > 0.0 && movesPlanned != 0.0;
-    const double planned = divisible ? clock.secondsLeft / movesPlanned * goalScale : 0.0;
-    const double stretch = stretchForMovesToGo(clock, movesPlanned, planned);
-    return {planned, goalAfterOverhead(planned, clock.overheadMilliseconds, leastGoalMovesToGo),
-            percent(stretch * goalScale)};
+    const double planned = movesPlanned != 0.0 ? left / movesPlanned * goalScale : 0.0;
+    const double stretch = stretchForMovesToGo(clock, left, movesPlanned, planned);
+    return allot(clock, planned, leastGoalMovesToGo, percent(stretch * goalScale));
 }
 
 TimeAllotment allotForGame(const MoverClock& clock) {
-    const double left = clock.secondsLeft;
+    const double left = clock.secondsLeft.value_or(0.0);
     const double increment = clock.incrementSeconds;
     const bool incremental = increment > leastIncrementSeconds;
     const int moves = incremental ? movesWithIncrement : movesWithoutIncrement;
@@ -78,7 +80,7 @@ TimeAllotment allotForGame(const MoverClock& clock) {
     const double planned = std::min(wanted, left / (stretch * stretchMargin));
     // Deliberate: without increment the percentage of the move before is kept.
     const std::optional<int> maxGoalPercent = incremental ? std::optional(percent(stretch)) : std::nullopt;
-    return {planned, goalAfterOverhead(planned, clock.overheadMilliseconds, leastGoalGame), maxGoalPercent};
+    return allot(clock, planned, leastGoalGame, maxGoalPercent);
 }
 
 } // namespace helvan

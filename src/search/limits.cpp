@@ -42,7 +42,7 @@ void setDeadlines(double allotted) {
         searchState.hardDeadline = unlimitedSeconds;
         searchState.softDeadline = searchState.hardDeadline;
     } else {
-        searchState.hardDeadline = start + std::min(hardLimitPercent / 100.0 * allotted, searchState.longestSafe);
+        searchState.hardDeadline = start + searchState.hardLimit;
         searchState.softDeadline = std::min(start + softLimitPercent / 100.0 * allotted, searchState.hardDeadline);
     }
 }

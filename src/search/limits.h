@@ -24,7 +24,7 @@ struct SearchState {
     double hardDeadline = unlimitedSeconds; // the search is broken off when it is passed
     double softDeadline = unlimitedSeconds; // no iteration starts after it
     double fixedMoveTime = 0.0;             // seconds of "go movetime", else 0
-    double longestSafe = unlimitedSeconds;  // what the clock can bear; the hard deadline is not later
+    double hardLimit = unlimitedSeconds;    // seconds from the start to the hard deadline when the clock is shared out
     int timeUp = 0;                         // 1 once an iteration ended after the soft deadline
     int pondering = 0;      // 1 under "go ponder" and "go infinite" until "ponderhit": no limit stops it
     int firstIteration = 0; // 1 while depth 1 is searched, which is not interrupted
@@ -32,7 +32,7 @@ struct SearchState {
 
 inline SearchState searchState;
 
-// The hard deadline as a share of the allotment, in percent. Keeps its value from search to search.
+// The hard limit as a share of the allotment, in percent. Keeps its value from search to search.
 inline int hardLimitPercent = 500;
 
 // Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go on

@@ -83,8 +83,8 @@ TEST(GoParameters, AreReadInAnyOrder) {
     const GoParameters go = parametersOf("go winc 100 btime 2500 junk depth 7 searchmoves e2e4 d2d4 nodes 12 "
                                          "movestogo 30 infinite movetime -5 wtime 1");
     EXPECT_DOUBLE_EQ(go.whiteIncrement, 0.1);
-    EXPECT_DOUBLE_EQ(go.blackTime, 2.5);
-    EXPECT_DOUBLE_EQ(go.whiteTime, 0.001);
+    EXPECT_DOUBLE_EQ(go.blackTime.value(), 2.5);
+    EXPECT_DOUBLE_EQ(go.whiteTime.value(), 0.001);
     EXPECT_DOUBLE_EQ(go.moveTime, -0.005);
     EXPECT_EQ(go.depth, 7);
     EXPECT_EQ(go.nodeLimit, 12);

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
-//
-// The command "setoption" and what the clock becomes.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -18,8 +15,6 @@
 #include "eval/parameters.h"
 #include "protocol/options.h"
 #include "protocol/set_option.h"
-#include "protocol/time_allotment.h"
-#include "search/limits.h"
 #include "search/rebuild.h"
 #include "search/settings.h"
 #include "search/transposition_table.h"
@@ -58,7 +53,7 @@ std::string textOf(const std::string& document) {
 class Options : public ::testing::Test {
 protected:
     Options() {
-        for (int* setting : {&ownBook, &hashMegabytes, &multiPv, &ponderAllowed, &hardLimitPercent}) save(setting);
+        for (int* setting : {&ownBook, &hashMegabytes, &multiPv, &ponderAllowed}) save(setting);
         for (const SpinParam* param = spinParams; param->name[0] != '\0'; ++param) save(param->value);
         for (const CheckParam* param = checkParams; param->name[0] != '\0'; ++param) save(param->value);
     }
@@ -73,8 +68,6 @@ private:
     std::map<int*, int> saved;
     void save(int* setting) { saved[setting] = *setting; }
 };
-
-using Clocks = Options; // the commands with clocks change settings, too
 
 } // namespace
 
@@ -177,81 +170,6 @@ TEST_F(Options, BookFileNamesAreCutToTheirRoom) {
     const std::string kept(bookFileCapacity - 1, 'x');
     EXPECT_EQ(answerToOption("Book File value " + kept + "yyy"), "info string book file is " + kept + "\n");
     EXPECT_EQ(bookFileName, kept);
-}
-
-TEST(TimeAllotment, SharesTheClock) {
-    constexpr int asBefore = -1;
-    struct {
-        MoverClock clock;
-        double goal;
-        int percent;
-    } const rows[] = {{{60.0, 0.0, 40, 20}, 1.5514, 550},
-                      {{60.0, 0.0, 1, 20}, 21.98, 270},
-                      {{60.0, 0.0, -2, 20}, 0.005, 0},
-                      {{0.0, 0.0, 40, 20}, 0.005, 550},
-                      {{0.0, 0.0, 1, 20}, 0.005, 270},
-                      {{-3.0, 0.0, 40, 20}, 0.005, 550},
-                      // With 0 moves to go: for the whole game.
-                      {{60.0, 1.0, 0, 20}, 2.8966, 500},
-                      {{60.0, 0.0, 0, 20}, 1.18, asBefore},
-                      {{1.0, 1.0, 0, 20}, 0.2830, 300},
-                      {{1.0, 100.0, 0, 20}, 1.0 / (2.01 * 1.1) - 0.02, 200}, // never more than there is
-                      {{0.3, 10.0, 0, 0}, 0.3 / (2.03 * 1.1), 202},
-                      {{0.0, 0.0, 0, 20}, 0.002, asBefore},
-                      {{-3.0, 1.0, 0, 20}, 0.002, 100}};
-    for (const auto& [clock, goal, percent] : rows) {
-        const TimeAllotment allotment = clock.movesToGo != 0 ? allotForMovesToGo(clock) : allotForGame(clock);
-        EXPECT_NEAR(allotment.goalSeconds, goal, 0.0001) << clock.secondsLeft << ' ' << clock.movesToGo;
-        EXPECT_NEAR(allotment.maxGoalPercent.value_or(asBefore), percent, 1) << clock.secondsLeft;
-    }
-}
-
-// Whatever the numbers, and however little is left. Only a nearly empty clock is cut short by what is safe: elsewhere
-// the rules stay below it by themselves.
-TEST(TimeAllotment, NearlyEmptyClocksAreNotOverrun) {
-    EXPECT_DOUBLE_EQ(longestSafeSeconds({.secondsLeft = 0.05, .overheadMilliseconds = 20}), 0.01);
-    EXPECT_EQ(longestSafeSeconds({.secondsLeft = 0.03, .overheadMilliseconds = 20}), 0.0);
-    constexpr double least = 0.005;
-    const auto longestOf = [&](const TimeAllotment& allotment, const MoverClock& clock) {
-        EXPECT_TRUE(std::isfinite(allotment.plannedSeconds));
-        EXPECT_GE(allotment.goalSeconds, 0.002);
-        EXPECT_LE(allotment.goalSeconds, std::max(1.1 * clock.secondsLeft, least));
-        const double longest = allotment.maxGoalPercent.value_or(500) / 100.0 * allotment.goalSeconds;
-        EXPECT_LE(longest, std::max(clock.secondsLeft, 6 * least)) << clock.secondsLeft << ' ' << clock.movesToGo;
-        return longest;
-    };
-    const double times[] = {-9.3e15, -60.0, 0.0, 0.001, 0.02, 0.06, 0.1, 0.3, 1.0, 10.0, 60.0, 3000.0, 1e6, 9.3e15};
-    for (const double left : times) {
-        for (const double increment : times) {
-            for (const int movesToGo : {smallestInt, -3, -2, -1, 0, 1, 2, 40, largestInt}) {
-                for (const int overhead : {0, 20, largestInt}) {
-                    const MoverClock clock = {left, increment, movesToGo, overhead};
-                    longestOf(allotForMovesToGo(clock), clock);
-                    const double longest = longestOf(allotForGame(clock), clock);
-                    const bool nearlyEmpty = left < 0.06 || overhead != 20;
-                    EXPECT_TRUE(nearlyEmpty || longest <= longestSafeSeconds(clock)) << left << " + " << increment;
-                }
-            }
-        }
-    }
-}
-
-// The mover is stalemated, so that the answers come at once.
-TEST_F(Clocks, AreTheMoversAndSetHowFarTheSearchMayRun) {
-    answerTo("position fen 7k/5Q2/6K1/8/8/8/8/8 b - -");
-    EXPECT_TRUE(
-        contains(answerTo("go wtime 1000 btime 60000 movestogo 40"), "goal:    1.551   max_goal_perc:      550 \n"));
-    EXPECT_EQ(hardLimitPercent, 550);
-    EXPECT_TRUE(contains(answerTo("go wtime 60000 movestogo 40"), "goal:    0.005 ")); // not the mover's
-    answerTo("go btime 1000 binc 1000 winc 10");
-    EXPECT_EQ(hardLimitPercent, 300);
-    EXPECT_TRUE(contains(answerTo("go depth -1 btime 60000"), "goal:")); // a negative depth is no limit
-    hardLimitPercent = 123;
-    for (const char* keeps : {"go wtime 60000 btime 60000", "go depth 2 btime 60000 movestogo 40",
-                              "go nodes 5 btime 60000 movestogo 40", "go movetime 20 btime 60000 movestogo 40"}) {
-        EXPECT_FALSE(contains(answerTo(keeps), "goal:")) << keeps;
-        EXPECT_EQ(hardLimitPercent, 123) << keeps;
-    }
 }
 
 } // namespace helvan::testing

@@ -53,23 +53,6 @@ TEST_F(Limits, DepthOneIsNotInterruptedWhileItIsShort) {
     EXPECT_GT(callsUntilStopped(), 0);
 }
 
-TEST_F(Limits, DeadlinesFollowTheAllotment) {
-    searchState.searchStartTime = 100;
-    hardLimitPercent = 500;
-    const double rows[][5] = {// fixed time, longest safe, allotted; soft and hard deadline
-                              {0, unlimitedSeconds, 2, 101.5, 110},
-                              {0, 0.5, 2, 100.5, 100.5}, // a nearly empty clock
-                              {2, unlimitedSeconds, 2, 102, 102},
-                              {0, unlimitedSeconds, noTimeGoalSeconds, unlimitedSeconds, unlimitedSeconds}};
-    for (const auto& [fixed, safe, allotted, soft, hard] : rows) {
-        searchState.fixedMoveTime = fixed;
-        searchState.longestSafe = safe;
-        setDeadlines(allotted);
-        EXPECT_DOUBLE_EQ(searchState.softDeadline, soft);
-        EXPECT_DOUBLE_EQ(searchState.hardDeadline, hard);
-    }
-}
-
 TEST_F(Limits, AnInnerSearchLeavesTheOuterOneAsItWas) {
     const SearchScope outer;
     nodeCounter.count = 7;
