@@ -34,14 +34,9 @@ std::int64_t tellFile(std::FILE* file) { return _ftelli64(file); }
 
 void claimStandardStreams() {} // no such danger: handles are not small numbers handed out in order
 
-bool startThread(void (*work)()) {
-    const auto run = [](void* function) -> DWORD {
-        reinterpret_cast<void (*)()>(function)();
-        return 0;
-    };
-    const HANDLE thread = CreateThread(nullptr, 0, run, reinterpret_cast<void*>(work), 0, nullptr);
-    if (thread != nullptr) CloseHandle(thread);
-    return thread != nullptr;
+std::size_t readInput(char* buffer, std::size_t size) {
+    const int count = _read(_fileno(stdin), buffer, static_cast<unsigned>(size));
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
 #else
@@ -70,15 +65,12 @@ void claimStandardStreams() {
     if (taken >= 0) close(taken);
 }
 
-bool startThread(void (*work)()) {
-    const auto run = [](void* function) -> void* {
-        reinterpret_cast<void (*)()>(function)();
-        return nullptr;
-    };
-    pthread_t thread;
-    if (pthread_create(&thread, nullptr, run, reinterpret_cast<void*>(work)) != 0) return false;
-    pthread_detach(thread);
-    return true;
+std::size_t readInput(char* buffer, std::size_t size) {
+    for (;;) {
+        const ssize_t count = read(STDIN_FILENO, buffer, size);
+        if (count >= 0) return static_cast<std::size_t>(count);
+        if (errno != EINTR) return 0;
+    }
 }
 
 namespace {
@@ -100,6 +92,29 @@ void endIfOutputIsBroken(int signal) {
 } // namespace
 
 #endif
+
+bool startThread(ThreadJob& job) {
+#ifdef _WIN32
+    const auto run = [](void* started) -> DWORD {
+        ThreadJob& own = *static_cast<ThreadJob*>(started);
+        own.work(own);
+        return 0;
+    };
+    const HANDLE thread = CreateThread(nullptr, 0, run, &job, 0, nullptr);
+    if (thread == nullptr) return false;
+    CloseHandle(thread);
+#else
+    const auto run = [](void* started) -> void* {
+        ThreadJob& own = *static_cast<ThreadJob*>(started);
+        own.work(own);
+        return nullptr;
+    };
+    pthread_t thread;
+    if (pthread_create(&thread, nullptr, run, &job) != 0) return false;
+    pthread_detach(thread);
+#endif
+    return true;
+}
 
 void prepareStreams() {
 #ifdef _WIN32

@@ -28,8 +28,19 @@ void prepareStreams();
 // room again and does not count. To be called after a write has failed; tries another one.
 bool outputIsOpen();
 
-// Runs the function in a thread of its own, which ends with it. False when the system refuses the thread.
-bool startThread(void (*work)());
+// Waits for bytes on standard input and answers how many it has written to the buffer; 0 at the end of the input, or
+// when it cannot be read. Takes no lock of the standard library: whoever is held up on standard output holds nobody up
+// here.
+std::size_t readInput(char* buffer, std::size_t size);
+
+// What a thread is to do: records that need more are derived from it.
+struct ThreadJob {
+    void (*work)(ThreadJob& job);
+};
+
+// Does the job in a thread of its own, which ends with it. The job must live as long as its work looks at it. False
+// when the system refuses the thread.
+bool startThread(ThreadJob& job);
 
 // Whether there is a file of that name, no directory, pipe or device.
 bool isRegularFile(const char* name);

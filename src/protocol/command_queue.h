@@ -4,6 +4,7 @@
 // takes them when it is idle and from the middle of a search.
 #pragma once
 
+#include <cstddef>
 #include <mutex>
 
 namespace helvan {
@@ -21,11 +22,26 @@ struct CommandQueue {
     char slots[slotCount][lineCapacity];
 };
 
+// Cuts what comes in at its line ends. What is longer than a line may be is cut into pieces, and a line ends for good
+// at its first NUL.
+struct LineCutter {
+    char line[lineCapacity];
+    int length = 0;
+
+    // Appends the lines that end within these bytes to the queue; the rest waits for what follows.
+    void cut(CommandQueue& queue, const char* bytes, std::size_t count);
+    // The input has ended: appends the line that has no end.
+    void finish(CommandQueue& queue);
+};
+
 // Appends a line, cut to lineCapacity - 1 characters.
 void appendLine(CommandQueue& queue, const char* line);
 
 // Copies the oldest line to out, which holds lineCapacity characters, and removes it. False if none waits.
 bool takeLine(CommandQueue& queue, char* out);
+
+// Whether there is one to take.
+bool lineWaits(CommandQueue& queue);
 
 // The queue that the reader fills. Never destroyed: the reader may be using it while the process ends.
 CommandQueue& commandQueue();

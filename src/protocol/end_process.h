@@ -6,9 +6,8 @@
 
 namespace helvan {
 
-// Flushes standard output, standard error and the log and ends the process at once with the exit status. No
-// exit handlers or destructors run, because the reader thread may be using what they would destroy; and
-// standard input is left alone, because flushing it would wait for the reader's blocked read.
+// Flushes standard output, standard error and the log and ends the process at once with the exit status. No exit
+// handlers or destructors run, because the reader thread may be using what they would destroy.
 [[noreturn]] void endProcess(int status);
 
 } // namespace helvan

@@ -49,6 +49,17 @@ TEST(Surroundings, PipesMayBeNonBlocking) {
     EXPECT_FALSE(engine.ask("uci", "uciok").empty());
 }
 
+// A front end may send much before it reads: if the engine then waited for it, both would wait for ever.
+TEST(Surroundings, CommandsAreTakenWhileNobodyReadsTheAnswers) {
+    EngineProcess engine;
+    ASSERT_FALSE(engine.ask("isready", "readyok").empty());
+    engine.narrowPipes();
+    for (int i = 0; i < 40; ++i) engine.send("uci"); // more answers than the pipe holds
+    EXPECT_TRUE(engine.sendsWithin(std::string(64000, 'x'), 10));
+    EXPECT_TRUE(engine.sendsWithin("isready", 10));
+    EXPECT_FALSE(engine.readUntil("readyok").empty());
+}
+
 TEST(Surroundings, EndsWhenNobodyHears) {
     EngineProcess engine;
     EXPECT_FALSE(engine.ask("go infinite", "info depth 3 ").empty());

@@ -49,8 +49,6 @@ TEST_F(SelfTest, StopsAtTheFirstDifference) {
     std::memcpy(saved, testFens[0], sizeof saved);
     std::snprintf(testFens[0], testFenCapacity, "%s %d %d %d", rows[0].fen.c_str(), rows[0].expected.bestMove,
                   rows[0].expected.score, static_cast<int>(rows[0].expected.nodes) + 1);
-    // The reader's read would hold the stream, and whoever flushes all streams would wait for it.
-    ASSERT_NE(std::freopen("/dev/null", "r", stdin), nullptr);
     const std::string said = printedBy([] { EXPECT_EQ(runSelfTest(), 1); });
     std::memcpy(testFens[0], saved, sizeof saved);
     EXPECT_TRUE(contains(said, "\nThis self-test verifies that the program is deterministic and also\n"

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "protocol/command_queue.h"
 #include "protocol/go_command.h"
@@ -35,6 +37,27 @@ TEST(CommandQueue, KeepsOrderAndLosesAllWhenItOverflows) {
     appendLine(*queue, std::string(3 * lineCapacity, 'x').c_str());
     ASSERT_TRUE(takeLine(*queue, line));
     EXPECT_EQ(std::string(line).size(), lineCapacity - 1U);
+}
+
+TEST(CommandQueue, BytesAreCutAtLineEndsWhateverPiecesTheyComeIn) {
+    const std::string longest(lineCapacity - 1, 'x');
+    const std::string input = std::string("uci\r\n\nab\0lost\n", 14) + longest + "y\n" + longest + "\nlast";
+    const std::vector<std::string> lines = {"uci\r\n", "\n", "ab", longest, "y\n", longest, "\n", "last"};
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{7}, input.size()}) {
+        const auto queue = std::make_unique<CommandQueue>();
+        LineCutter cutter;
+        for (std::size_t at = 0; at < input.size(); at += piece) {
+            cutter.cut(*queue, input.data() + at, std::min(piece, input.size() - at));
+        }
+        cutter.finish(*queue);
+        char line[lineCapacity];
+        for (const std::string& expected : lines) {
+            EXPECT_TRUE(lineWaits(*queue));
+            ASSERT_TRUE(takeLine(*queue, line));
+            ASSERT_TRUE(line == expected) << expected.size();
+        }
+        EXPECT_FALSE(lineWaits(*queue));
+    }
 }
 
 static_assert(commandHash("ponderhit") == 0x5D4738F2, "the published hash");

@@ -68,6 +68,26 @@ public:
             write(toEngine, bytes.data(), bytes.size()); // an ended engine hears nothing
     }
 
+    // As send, but gives up when the engine has not taken all of it within the time. Answers whether it has.
+    bool sendsWithin(const std::string& text, double seconds) {
+        const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
+        const std::string bytes = text + "\n";
+        fcntl(toEngine, F_SETFL, O_NONBLOCK);
+        std::size_t sent = 0;
+        while (sent < bytes.size() && Clock::now() < deadline) {
+            const ssize_t count = write(toEngine, bytes.data() + sent, bytes.size() - sent);
+            if (count > 0) sent += static_cast<std::size_t>(count);
+            if (count < 0) usleep(1000);
+        }
+        fcntl(toEngine, F_SETFL, 0);
+        return sent == bytes.size();
+    }
+
+    // Lets as little as possible be on its way between the two.
+    void narrowPipes() {
+        for (const int fd : {toEngine, fromEngine}) fcntl(fd, F_SETPIPE_SZ, 4096);
+    }
+
     void closeInput() { close(std::exchange(toEngine, -1)); }
 
     // The front end dies: nobody reads any more, but the pipe to the engine stays open.
