@@ -66,6 +66,7 @@ bool benchSearch(int depth, const char* fileName) {
     testMode = 1; // prints nothing, and starts every search with empty tables
     hashMegabytes = benchHashMegabytes;
     transpositionTable.allocate(hashMegabytes);
+    transpositionTable.claimAllPages();
     std::uint64_t total = 0;
     const double start = now();
     for (const std::string& fen : fens) {

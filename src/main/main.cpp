@@ -29,6 +29,20 @@ namespace {
 // The process's result after a faulty command line.
 constexpr int usageError = -1;
 
+// Handles commands for ever, and has the hash table's pages found meanwhile, one piece after the other. In a fast game
+// the next command is never far and would have to wait for the piece: only pauses are used that are long beside it.
+[[noreturn]] void serve() {
+    constexpr double pauseInPieces = 10.0;
+    double pieceSeconds = 0.01; // of the last one; a slow system's at first
+    for (double lastCommand = now();;) {
+        if (pollCommand()) lastCommand = now();
+        const double begin = now();
+        const bool pauses = begin - lastCommand > pauseInPieces * pieceSeconds;
+        if (pauses && transpositionTable.claimPages()) pieceSeconds = now() - begin;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 void endWithoutMemory() {
     std::fprintf(stderr, "Out of memory\n");
     endProcess(1);
@@ -38,15 +52,12 @@ void endWithoutMemory() {
     rebuildTables();
     std::fprintf(stderr, "Helvan version %s\n", versionText);
     if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
-    pollInput = pollCommand;
+    pollInput = [] { pollCommand(); };
     if (!startReader()) {
         std::fprintf(stderr, "No thread to read the input\n");
         endProcess(1);
     }
-    for (;;) {
-        pollCommand();
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    serve();
 }
 
 [[noreturn]] void start(int argumentCount, const char* const* arguments) {

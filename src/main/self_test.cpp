@@ -30,6 +30,7 @@ void prepare() {
     rebuildTables();
     startReader(); // nothing reads its lines
     if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
+    transpositionTable.claimAllPages();
 }
 
 // Sums over all passes so far, of all iterations but the last.

@@ -13,21 +13,12 @@
 #else
 #include <poll.h>
 #include <pthread.h>
-#include <sys/mman.h>
 #include <unistd.h>
 #endif
 
 namespace helvan {
 
 #ifdef _WIN32
-
-void* allocateZeroed(std::size_t bytes) {
-    return VirtualAlloc(nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-}
-
-void freeZeroed(void* block, std::size_t) {
-    if (block != nullptr) VirtualFree(block, 0, MEM_RELEASE);
-}
 
 bool seekFile(std::FILE* file, std::int64_t offset, int origin) { return _fseeki64(file, offset, origin) == 0; }
 std::int64_t tellFile(std::FILE* file) { return _ftelli64(file); }
@@ -40,19 +31,6 @@ std::size_t readInput(char* buffer, std::size_t size) {
 }
 
 #else
-
-void* allocateZeroed(std::size_t bytes) {
-    void* block = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (block == MAP_FAILED) return nullptr;
-#ifdef MADV_HUGEPAGE
-    madvise(block, bytes, MADV_HUGEPAGE); // a wish: the table works without
-#endif
-    return block;
-}
-
-void freeZeroed(void* block, std::size_t bytes) {
-    if (block != nullptr) munmap(block, bytes);
-}
 
 bool seekFile(std::FILE* file, std::int64_t offset, int origin) { return fseeko(file, offset, origin) == 0; }
 std::int64_t tellFile(std::FILE* file) { return ftello(file); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// All that differs from one operating system to the next. A leaf that every part of the engine may use.
+// What differs from one operating system to the next, but for memory. A leaf that every part of the engine may use.
 #pragma once
 
 #include <cstddef>
@@ -8,13 +8,6 @@
 #include <cstdio>
 
 namespace helvan {
-
-// A block of zeros, aligned to cache lines, on huge pages where the system offers them; null when refused. Pages are
-// not touched before they are used.
-void* allocateZeroed(std::size_t bytes);
-
-// Gives a block of that size back; null is allowed.
-void freeZeroed(void* block, std::size_t bytes);
 
 // Opens the null device, for reading only, in place of each missing standard stream, lest a file opened later get its
 // number and be read as commands. To be called before any file is opened.

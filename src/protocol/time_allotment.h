@@ -8,8 +8,8 @@
 namespace helvan {
 
 struct MoverClock {
-    // May be negative: the flag has fallen. Empty: there is no clock to be kept, and the time is shared out as on an
-    // empty one.
+    // May be negative: the flag has fallen. Empty: there is no clock to be kept. The time is then shared out as on one
+    // that stands at 0, which leaves the least goal unless the overhead is negative.
     std::optional<double> secondsLeft;
     double incrementSeconds = 0.0;
     int movesToGo = 0;            // until the next time control

@@ -28,9 +28,15 @@ void printIdentification() {
     std::fflush(stdout);
 }
 
-// Whoever asks an idle engine will wait: the moment for what takes its time.
+// Whoever asks an idle engine will wait, once for each table: the moment for what takes its time.
 void printReady() {
-    if (!isSearching()) transpositionTable.claimPages();
+    constexpr double longestWait = 0.9; // seconds
+    if (!isSearching() && transpositionTable.isNew) {
+        transpositionTable.isNew = false;
+        const double end = now() + longestWait;
+        while (!lineWaits(commandQueue()) && now() < end && transpositionTable.claimPages()) {
+        }
+    }
     std::printf("readyok\n");
     std::fflush(stdout);
 }
@@ -76,7 +82,7 @@ void handleLine(const char* line) {
     dispatch(words);
 }
 
-void pollCommand() {
+bool pollCommand() {
     static bool first = true;
     if (first) {
         first = false;
@@ -84,7 +90,9 @@ void pollCommand() {
     }
     if (std::ferror(stdout) != 0 && !outputIsOpen()) endProcess(0);
     char line[lineCapacity];
-    if (takeLine(commandQueue(), line)) handleLine(line);
+    if (!takeLine(commandQueue(), line)) return false;
+    handleLine(line);
+    return true;
 }
 
 } // namespace helvan

@@ -19,8 +19,8 @@ constexpr std::uint32_t commandHash(const char* word) {
     return hash;
 }
 
-// Handles the oldest waiting line, if there is one. Unknown commands are ignored without an answer.
-void pollCommand();
+// Handles the oldest waiting line and answers whether there was one. Unknown commands are ignored without an answer.
+bool pollCommand();
 
 // Handles one line as pollCommand does.
 void handleLine(const char* line);

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <thread>
 
+#include "search/transposition_table.h"
+
 namespace helvan {
 
 namespace {
@@ -16,6 +18,22 @@ constexpr int softLimitPercent = 75;
 std::uint32_t checkCounter = 0;
 int runningSearches = 0;
 bool allStopped = false; // "stop" has come since the outermost search began
+
+double nextClaim = 0.0;     // on the clock of now()
+double pieceSeconds = 0.01; // that the last one took; a slow system's at first
+
+// A search that lasts gives a share of its time to the pages of its table, one piece after another: what it stores on
+// huge ones it finds again sooner. A short one has no time for that, nor has the end of a long one.
+void claimNowAndThen() {
+    constexpr double leastSeconds = 0.5; // of the search so far
+    constexpr double pauseInPieces = 4.0, endInPieces = 20.0;
+    const double begin = now();
+    if (begin < nextClaim || begin - searchState.searchStartTime < leastSeconds) return;
+    if (searchState.hardDeadline - begin < endInPieces * pieceSeconds || !transpositionTable.claimPages()) return;
+    const double end = now();
+    pieceSeconds = end - begin;
+    nextClaim = end + pauseInPieces * pieceSeconds;
+}
 
 void pollOnce() {
     if (pollInput != nullptr) pollInput();
@@ -59,9 +77,10 @@ bool searchMustStop() {
     if ((checkCounter & checkMask) != 0) return false;
     if (searchState.firstIteration != 0 && nodeCounter.count < uninterruptedNodes) return false;
     pollOnce();
-    if (searchState.pondering != 0) return false; // a "stop" acts at the next call
-    if (nodeCounter.stopSearch == 0 && limitReached()) nodeCounter.stopSearch = 1;
-    return nodeCounter.stopSearch != 0;
+    const bool limited = searchState.pondering == 0; // else even a "stop" acts at the next call only
+    if (limited && nodeCounter.stopSearch == 0 && limitReached()) nodeCounter.stopSearch = 1;
+    if (nodeCounter.stopSearch == 0) claimNowAndThen();
+    return limited && nodeCounter.stopSearch != 0;
 }
 
 void waitWhilePondering() {

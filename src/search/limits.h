@@ -64,7 +64,7 @@ void updateNodeOverride();
 void resetCheckCounter();
 
 // The check at the start of every call of a search routine: true means "return 0 at once". Every 256th call
-// handles a waiting command and tests node limit and clock.
+// handles a waiting command and tests node limit and clock; a long search claims pages of its table now and then, too.
 bool searchMustStop();
 
 // Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped, by

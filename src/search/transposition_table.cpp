@@ -9,9 +9,8 @@
 #include "board/legal_moves.h"
 #include "board/make_move.h"
 #include "board/moves.h"
-#include "platform/platform.h"
+#include "platform/memory.h"
 #include "protocol/end_process.h"
-#include "search/limits.h"
 #include "search/settings.h"
 
 namespace helvan {
@@ -66,28 +65,37 @@ void TranspositionTable::allocate(int megabytes) {
     mask = count - 1;
 }
 
-void TranspositionTable::claimPages() {
-    constexpr double longestClaim = 1.0; // seconds: as long as a front end may be kept waiting
-    constexpr std::size_t piece = std::size_t{2} << 20;
-    if (claimed || !untouched) return;
-    claimed = true;
-    const double end = now() + longestClaim;
-    const std::size_t size = bucketCount * sizeof(TTBucket);
-    for (std::size_t at = 0; at < size && now() < end; at += piece) {
-        std::memset(reinterpret_cast<char*>(buckets) + at, 0, std::min(piece, size - at));
+bool TranspositionTable::claimPages() {
+    const std::size_t unclaimed = bucketCount * sizeof(TTBucket) - claimed;
+    if (unclaimed == 0) return false;
+    const std::size_t piece = std::min(claimedPiece, unclaimed);
+    claimPiece(reinterpret_cast<char*>(buckets) + claimed, piece);
+    claimed += piece;
+    return piece < unclaimed;
+}
+
+void TranspositionTable::claimAllPages() {
+    while (claimPages()) {
     }
 }
 
 void TranspositionTable::release() {
-    freeZeroed(buckets, bucketCount * sizeof(TTBucket));
+    freeBlock(buckets, bucketCount * sizeof(TTBucket));
     *this = TranspositionTable{};
 }
 
 void TranspositionTable::clear() {
-    // A fresh table's pages are zero without being touched, which takes its time for a large one.
-    if (!untouched) std::memset(static_cast<void*>(buckets), 0, bucketCount * sizeof(TTBucket));
-    untouched = true;
+    constexpr std::size_t quicklyWiped = std::size_t{64} << 20; // bytes, where all pages are there
     generation = 0;
+    if (untouched) return;
+    untouched = true;
+    const std::size_t size = bucketCount * sizeof(TTBucket);
+    if (claimed == size && size <= quicklyWiped) {
+        std::memset(static_cast<void*>(buckets), 0, size); // and the pages stay
+    } else {
+        buckets = static_cast<TTBucket*>(emptyBlock(buckets, size));
+        claimed = 0;
+    }
 }
 
 void TranspositionTable::newGeneration() {

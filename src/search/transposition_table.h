@@ -44,22 +44,25 @@ struct TranspositionTable {
     std::uint64_t mask = 0;        // bucketCount - 1
     std::uint32_t generation = 0;  // 0..255
     TTBucket* buckets = nullptr;
-    bool untouched = true; // nothing was stored since all was zero
-    bool claimed = false;  // the system has been asked for the pages
+    std::size_t claimed = 0; // bytes from the beginning whose pages the system has been asked for
+    bool untouched = true;   // nothing was stored since all was zero
+    bool isNew = true;       // allocated, and nobody has asked since whether the engine is ready
 
     // Allocates a zeroed table in place of the old one, of about so many megabytes (above 0): the power of two of
     // bytes nearest below 1.96 times the size. Too large: a message on standard error and the end of the process.
     void allocate(int megabytes);
-    // Makes the system find the pages of a new table, which it otherwise does one by one when they are first written
-    // to: a search on a short clock would have to wait for it. Takes a second at most.
-    void claimPages();
+    // Has the system find the next pages of a new table, huge ones: searches are faster on them than on the small ones
+    // that it finds in their middle. Takes some milliseconds. Answers whether there are more to claim.
+    bool claimPages();
+    void claimAllPages();
 
     void release(); // frees all; then every operation below does nothing
 
-    void clear();         // empties every entry
+    // Empties every entry, within milliseconds: a large table, or one not claimed yet, gives its pages back.
+    void clear();
     void newGeneration(); // to be called once a search
 
-    // The entry of the key, or null. Valid until the next store, allocation or release.
+    // The entry of the key, or null. Valid until the next store or until the table is emptied, allocated or released.
     const TTEntry* probe(Key key) const;
 
     // depth in half-plies, score in centipawns (beyond +-32500 nothing is stored), tag 0..15. Keeps the stored move

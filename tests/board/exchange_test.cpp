@@ -78,7 +78,7 @@ TEST(Exchange, WhatCanBeWonOnASquareAgreesWithPlayingItOut) {
     });
 }
 
-TEST(Exchange, AKingCapturesNothingThatItsStepUncovers) {
+TEST(Exchange, AKingCapturesNothingThatIsGuarded) {
     const Position position = positionOf("8/5r2/8/5k2/5P2/4K3/8/8 b - -");
     EXPECT_EQ(see(position, encodeMove(f5, f4)), 100 - 10000); // the rook behind it does not keep the other king off
     EXPECT_EQ(captureGain(position, f4, black), 0);

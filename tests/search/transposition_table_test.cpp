@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "platform/memory.h"
 #include "search/settings.h"
 #include "support/boards.h"
 
@@ -40,6 +43,34 @@ TEST_F(Table, FirstEntryIsNeverGivenAway) {
     }
     table.clear();
     EXPECT_EQ(table.probe(keyOf(1)), nullptr);
+}
+
+TEST_F(Table, ClaimingKeepsWhatClearingForgets) {
+    for (const int megabytes : {1, 4, 128}) {
+        table.allocate(megabytes);
+        const Key farthest = table.bucketCount - 1;
+        const int allPieces = std::max(megabytes / 2, 1);
+        const auto claimedNow = [&] {
+            const std::size_t before = table.claimed;
+            table.claimAllPages();
+            return static_cast<int>((table.claimed - before + claimedPiece - 1) / claimedPiece);
+        };
+        for (int pass = 0; pass < 3; ++pass) {
+            for (int n = 1; n <= 3; ++n) storeNth(n, n);
+            table.store(farthest, 9, 0, exactBound, 1, 0);
+            if (pass > 0) {
+                EXPECT_EQ(claimedNow(), pass == 1 || megabytes > 64 ? allPieces : 0);
+            }
+            EXPECT_EQ(table.probe(keyOf(3))->depth, 3);
+            EXPECT_EQ(table.probe(farthest)->depth, 9);
+            table.clear();
+            EXPECT_EQ(table.probe(keyOf(3)), nullptr);
+            EXPECT_EQ(table.probe(farthest), nullptr);
+        }
+        EXPECT_EQ(table.claimPages(), megabytes > 64) << "small tables are wiped, large ones get new pages";
+    }
+    table.release();
+    EXPECT_FALSE(table.claimPages());
 }
 
 TEST_F(Table, OldAndShallowEntriesGoFirst) {

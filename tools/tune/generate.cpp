@@ -193,5 +193,6 @@ int main(int argumentCount, char** arguments) {
     testMode = 1; // prints nothing and begins every search with empty tables, so that games repeat
     hashMegabytes = 1;
     transpositionTable.allocate(hashMegabytes);
+    transpositionTable.claimAllPages();
     return generate(settings);
 }
