@@ -9,6 +9,8 @@
 #include <thread>
 
 #include "board/attacks.h"
+#include "board/fen.h"
+#include "board/piece_square.h"
 #include "book/book.h"
 #include "main/command_line.h"
 #include "main/self_test.h"
@@ -18,6 +20,8 @@
 #include "protocol/log.h"
 #include "protocol/uci.h"
 #include "search/limits.h"
+#include "search/ordering.h"
+#include "search/pv.h"
 #include "search/rebuild.h"
 #include "search/settings.h"
 #include "search/transposition_table.h"
@@ -48,9 +52,25 @@ void endWithoutMemory() {
     endProcess(1);
 }
 
+// A small search that nobody hears of and that leaves nothing behind, there being no hash table yet: program and tables
+// come into the memory before there is a clock that runs. On one of milliseconds that makes several iterations.
+void warmUp() {
+    constexpr int depth = 8; // half-plies
+    const SearchScope scope;
+    Position position;
+    setupFromFen(position, startFen);
+    refreshPieceSums(position);
+    Move line[pvCapacity];
+    searchPv(position, -infiniteScore, infiniteScore, depth, 1, line);
+    clearKillers();
+    clearCounterMoves();
+    clearHistory();
+}
+
 [[noreturn]] void playForEver() {
     rebuildTables();
     std::fprintf(stderr, "Helvan version %s\n", versionText);
+    warmUp();
     if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
     pollInput = [] { pollCommand(); };
     if (!startReader()) {
