@@ -12,6 +12,8 @@
 #include "board/fen.h"
 #include "board/piece_square.h"
 #include "book/book.h"
+#include "eval/eval_cache.h"
+#include "eval/pawn_table.h"
 #include "main/command_line.h"
 #include "main/self_test.h"
 #include "platform/platform.h"
@@ -65,6 +67,8 @@ void warmUp() {
     clearKillers();
     clearCounterMoves();
     clearHistory();
+    evalCache.fill({}); // options that come before the first search hold for all of it
+    etableProbes = etableHits = 0;
 }
 
 [[noreturn]] void playForEver() {
