@@ -20,7 +20,7 @@ const std::map<std::string, int> levels = {{"board", 0},  {"eval", 1},     {"boo
                                            {"search", 2}, {"protocol", 3}, {"main", 4}};
 
 // The leaves that every folder may use.
-const std::set<std::string> leaves = {"platform/memory", "platform/platform", "protocol/log", "protocol/end_process"};
+const std::set<std::string> leaves = {"platform/memory", "platform/platform", "platform/log", "platform/end_process"};
 
 using Rooms = std::map<std::string, std::set<std::string>>;
 

@@ -2,16 +2,15 @@
 #include <cinttypes>
 #include <cstdio>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "board/validity.h"
 #include "main/self_test.h"
 #include "main/test_fens.h"
-#include "search/limits.h"
-#include "search/settings.h"
+#include "search/stopping.h"
 #include "search/think.h"
-#include "search/transposition_table.h"
 #include "tools/debug_tools.h"
 
 namespace helvan {
@@ -25,11 +24,10 @@ void printFigures(const char* what, std::uint64_t nodes, double seconds) {
                 perSecond(nodes, seconds));
 }
 
-std::uint64_t searchedNodes(const char* fen, int depth) {
-    const Position position = positionFrom(fen);
-    const SearchScope scope;
-    think(position, noTimeGoalSeconds, depth, "");
-    return nodeCounter.count;
+std::uint64_t searchedNodes(SearchTables& tables, const char* fen, int depth) {
+    Search search(tables, {.depth = depth, .forget = true});
+    think(search, positionFrom(fen));
+    return search.nodes;
 }
 
 std::vector<std::string> selfTestFens() {
@@ -63,15 +61,14 @@ std::vector<std::string> fensOf(const char* fileName) {
 bool benchSearch(int depth, const char* fileName) {
     const std::vector<std::string> fens = fileName != nullptr ? fensOf(fileName) : selfTestFens();
     if (fens.empty()) return false;
-    testMode = 1; // prints nothing, and starts every search with empty tables
-    hashMegabytes = benchHashMegabytes;
-    transpositionTable.allocate(hashMegabytes);
-    transpositionTable.claimAllPages();
+    const auto tables = std::make_unique<SearchTables>();
+    tables->transpositionTable.allocate(benchHashMegabytes);
+    tables->transpositionTable.claimAllPages();
     std::uint64_t total = 0;
     const double start = now();
     for (const std::string& fen : fens) {
         const double began = now();
-        const std::uint64_t nodes = searchedNodes(fen.c_str(), depth);
+        const std::uint64_t nodes = searchedNodes(*tables, fen.c_str(), depth);
         printFigures(fen.c_str(), nodes, now() - began);
         total += nodes;
     }

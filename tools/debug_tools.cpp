@@ -2,16 +2,20 @@
 #include "tools/debug_tools.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "board/fen.h"
 #include "board/validity.h"
-#include "search/limits.h"
+#include "search/stopping.h"
 
 namespace helvan {
 
 Position positionFrom(const char* fen) {
     Position position;
-    setupFromFen(position, fen);
+    if (const char* reason = setupFromFen(position, fen)) {
+        std::fprintf(stderr, "%s: %s\n", reason, fen);
+        std::exit(1);
+    }
     dropUnfoundedCastlingRights(position);
     if (const char* reason = unplayableReason(position)) std::fprintf(stderr, "Note: %s.\n", reason);
     return position;

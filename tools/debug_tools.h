@@ -9,7 +9,8 @@
 
 namespace helvan {
 
-// The position of a FEN as the engine plays from it; a note on standard error if chess cannot be played from there.
+// The position of a FEN as the engine plays from it; a note on standard error if chess cannot be played from there. A
+// FEN without a side to move ends the program with a message.
 Position positionFrom(const char* fen);
 
 // How many of them a second.
@@ -23,7 +24,7 @@ void showEvaluation(const Position& position);
 // prints nodes and speed. The total of nodes is the search's signature: it changes when the search's or the
 // evaluation's result does, and with nothing else. The file has one FEN a line; blank lines and those that begin with
 // '#' are skipped. False, with a message and nothing searched, for a file without positions or with one that cannot be
-// played from; a FEN without a side to move ends the process.
+// played from.
 bool benchSearch(int depth, const char* fileName = nullptr);
 
 // Measures evaluations a second on positions from play and prints the figures.

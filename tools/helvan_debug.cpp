@@ -5,20 +5,20 @@
 #include <cstdio>
 #include <cstring>
 
+#include "board/advance.h"
 #include "board/apply_move.h"
 #include "board/attacks.h"
 #include "board/display.h"
 #include "board/exchange.h"
 #include "board/fen.h"
-#include "board/make_move.h"
 #include "board/move_picker.h"
 #include "board/move_text.h"
 #include "board/perft.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
+#include "eval/tables.h"
 #include "protocol/number_text.h"
-#include "search/limits.h"
-#include "search/rebuild.h"
+#include "search/stopping.h"
 #include "tools/debug_tools.h"
 
 namespace helvan {
@@ -35,7 +35,8 @@ struct Arguments {
 };
 
 int showPerft(const Arguments& arguments) {
-    std::printf("%" PRIu64 "\n", perft(positionFrom(arguments[0]), intFromText(arguments[1])));
+    PerftCounters counters;
+    std::printf("%" PRIu64 "\n", perft(positionFrom(arguments[0]), intFromText(arguments[1]), counters));
     return 0;
 }
 
@@ -43,16 +44,14 @@ int showDivide(const Arguments& arguments) {
     const Position position = positionFrom(arguments[0]);
     const int depth = intFromText(arguments[1]);
     std::uint64_t total = 0;
+    PerftCounters counters;
     MovePicker picker(position, PickerKind::everyMove);
     for (Move move = nextMove(picker); move > 0 && depth > 0; move = nextMove(picker)) {
         Position child;
-        makeMove(position, child, move);
-        if (moverLeftInCheck(child)) continue;
-        const std::uint64_t leaves = perft(child, depth - 1);
+        if (!advanceLegally(position, child, move)) continue;
+        const std::uint64_t leaves = perft(child, depth - 1, counters);
         total += leaves;
-        char text[moveTextSize];
-        moveToText(move, text);
-        std::printf("%s %" PRIu64 "\n", text, leaves);
+        std::printf("%s %" PRIu64 "\n", moveText(move).c_str(), leaves);
     }
     std::printf("total %" PRIu64 "\n", total);
     return 0;
@@ -100,8 +99,9 @@ int bench(const Arguments& arguments) {
 int benchPerft(const Arguments& arguments) {
     const int depth = arguments.count > 0 ? intFromText(arguments[0]) : 6;
     const Position position = positionFrom(startFen);
+    PerftCounters counters;
     const double start = now();
-    const std::uint64_t leaves = perft(position, depth);
+    const std::uint64_t leaves = perft(position, depth, counters);
     const double seconds = now() - start;
     std::printf("perft %d of the start position: %" PRIu64 " leaves in %.3f s, %.1f million a second\n", depth, leaves,
                 seconds, perSecond(leaves, seconds) / 1e6);
@@ -136,7 +136,7 @@ int printUsage(const char* programPath) {
 
 int runTool(int argumentCount, char** arguments) {
     initSlidingAttacks();
-    rebuildTables();
+    initAllEvaluation();
     if (argumentCount < 2) return printUsage(arguments[0]);
     const Arguments rest{argumentCount - 2, arguments + 2};
     for (const Tool& tool : tools) {

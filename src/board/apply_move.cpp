@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "board/apply_move.h"
 
-#include <cstdio>
-
+#include "board/advance.h"
 #include "board/attacks.h"
-#include "board/make_move.h"
 #include "board/move_text.h"
 #include "board/moves.h"
 
@@ -14,13 +12,8 @@ int applyMoveText(const Position& parent, Position& child, const char* text) {
     Move moves[maxMoves];
     const int count = allMoves(parent, moves);
     for (int i = 0; i < count; ++i) {
-        char candidate[moveTextSize];
-        moveToText(moves[i], candidate);
-        if (!equalIgnoringCase(candidate, text)) continue;
-        if (makeMove(parent, child, moves[i]) == 0) {
-            std::fprintf(stderr, "Cannot execute move %s\n", text);
-            continue;
-        }
+        if (!equalIgnoringCase(moveText(moves[i]).c_str(), text)) continue;
+        advance(parent, child, moves[i]);
         child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
         return 1;
     }

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "board/fen.h"
 
-#include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "board/attacks.h"
-#include "protocol/end_process.h"
+#include "board/castling.h"
 
 namespace helvan {
 
 namespace {
-
-constexpr int textCapacity = 256; // of the text copied, its terminator included
 
 constexpr char pieceLetters[2][8] = {".PNBRQK", ".pnbrqk"};
 
@@ -49,12 +47,8 @@ const char* readPlacement(Position& position, const char* text) {
 
 const char* readCastling(Position& position, const char* text) {
     for (; *text != '\0' && *text != ' '; ++text) {
-        switch (*text) {
-        case 'K': position.touched &= ~(bit(e1) | bit(h1)); break;
-        case 'Q': position.touched &= ~(bit(a1) | bit(e1)); break;
-        case 'k': position.touched &= ~(bit(e8) | bit(h8)); break;
-        case 'q': position.touched &= ~(bit(a8) | bit(e8)); break;
-        default: break;
+        for (const CastlingRight& right : castlingRights) {
+            if (*text == right.letter) position.touched &= ~right.homes();
         }
     }
     return text;
@@ -68,32 +62,43 @@ void readEnPassant(Position& position, const char* text) {
     position.lastMove = text[1] == '3' ? encodeMove(a2 + file, a4 + file) : encodeMove(a7 + file, a5 + file);
 }
 
+std::string placementAndSide(const Position& position) {
+    std::string text;
+    int empty = 0;
+    for (int counter = 0; counter < 64; ++counter) {
+        if (counter != 0 && counter % 8 == 0) text += '/';
+        const char letter = pieceLetterAt(position, countedSquare(counter));
+        if (letter == '-') ++empty;
+        if (empty != 0 && (letter != '-' || counter % 8 == 7)) text += static_cast<char>('0' + std::exchange(empty, 0));
+        if (letter != '-') text += letter;
+    }
+    return text + (position.sideToMove() == white ? " w" : " b");
+}
+
 } // namespace
 
-void setupFromFen(Position& position, const char* text) {
-    position = Position{};
-    position.touched = rank1 | rank8;
-    position.ply = -1;
+const char* setupFromFen(Position& position, const char* text) {
+    Position fresh{};
+    fresh.touched = rank1 | rank8;
 
-    char copy[textCapacity] = {};
-    std::strncpy(copy, *text != '\0' ? text : startFen, textCapacity - 1);
+    char copy[fenCapacity] = {};
+    std::strncpy(copy, *text != '\0' ? text : startFen, fenCapacity - 1);
 
-    const char* field = readPlacement(position, copy);
+    const char* field = readPlacement(fresh, copy);
     if (*field == ' ') ++field;
-    if (*field != 'w' && *field != 'b') {
-        std::fprintf(stderr, "Error in ctm for fen \"%s\"", copy);
-        endProcess(1);
-    }
-    position.ply = *field == 'w' ? 0 : 1;
+    if (*field != 'w' && *field != 'b') return "the side to move is neither w nor b";
+    fresh.ply = *field == 'w' ? 0 : 1;
     ++field;
     if (*field != '\0') ++field; // the one character between the two fields
-    field = readCastling(position, field);
+    field = readCastling(fresh, field);
 
-    position.inCheck = static_cast<std::uint16_t>(inCheck(position, position.sideToMove()));
-    position.key = keyOf(position);
-    position.pawnKey = pawnKeyOf(position);
-    position.materialKey = materialKeyOf(position);
-    readEnPassant(position, field);
+    fresh.inCheck = static_cast<std::uint16_t>(inCheck(fresh, fresh.sideToMove()));
+    fresh.key = keyOf(fresh);
+    fresh.pawnKey = pawnKeyOf(fresh);
+    fresh.materialKey = materialKeyOf(fresh);
+    readEnPassant(fresh, field);
+    position = fresh;
+    return nullptr;
 }
 
 char pieceLetterAt(const Position& position, Square square) {
@@ -105,22 +110,19 @@ char pieceLetterAt(const Position& position, Square square) {
     return '-';
 }
 
-void positionToFen(const Position& position, char* buffer) {
-    for (int counter = 0; counter < 64;) {
-        int empty = 0;
-        do {
-            const char letter = pieceLetterAt(position, countedSquare(counter));
-            ++counter;
-            if (letter == '-') ++empty;
-            if (empty != 0 && (letter != '-' || counter % 8 == 0)) {
-                *buffer++ = static_cast<char>('0' + empty);
-                empty = 0;
-            }
-            if (letter != '-') *buffer++ = letter;
-        } while (counter % 8 != 0);
-        if (counter < 64) *buffer++ = '/';
+std::string castlingText(const Position& position) {
+    std::string letters;
+    for (const CastlingRight& right : castlingRights) {
+        if (stands(right, position.touched)) letters += right.letter;
     }
-    std::strcpy(buffer, position.sideToMove() == white ? " w - -" : " b - -");
+    return letters;
+}
+
+std::string positionToFen(const Position& position) { return placementAndSide(position) + " - -"; }
+
+std::string positionToFenWithRights(const Position& position) {
+    const std::string rights = castlingText(position);
+    return placementAndSide(position) + ' ' + (rights.empty() ? "-" : rights) + " -";
 }
 
 } // namespace helvan

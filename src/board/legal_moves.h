@@ -8,7 +8,7 @@
 namespace helvan {
 
 // Writes the moves of allMoves after which the mover's king is not attacked, and answers their number. The buffer
-// holds maxMoves moves. Counts no nodes.
+// holds maxMoves moves.
 int legalMoves(const Position& position, Move* out);
 
 } // namespace helvan

@@ -13,17 +13,15 @@ char lowered(char letter) { return static_cast<char>(std::tolower(static_cast<un
 
 } // namespace
 
-void moveToText(Move move, char* buffer) {
-    if (move == nullMove) {
-        std::strcpy(buffer, "null");
-        return;
-    }
+std::string moveText(Move move) {
+    if (move == nullMove) return "null";
+    std::string text;
     for (const Square square : {moveFrom(move), moveTo(move)}) {
-        *buffer++ = static_cast<char>('a' + fileOf(square));
-        *buffer++ = static_cast<char>('1' + rankOf(square));
+        text += static_cast<char>('a' + fileOf(square));
+        text += static_cast<char>('1' + rankOf(square));
     }
-    if (isPromotion(move)) *buffer++ = "qnrb"[moveKind(move) - promoteQueen];
-    *buffer = '\0';
+    if (isPromotion(move)) text += "qnrb"[moveKind(move) - promoteQueen];
+    return text;
 }
 
 int splitWords(char* line, char** words) {

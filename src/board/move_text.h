@@ -3,14 +3,14 @@
 // Moves as coordinate text (e2e4, e7e8q, e1g1), and two small text tools of the command handling.
 #pragma once
 
+#include <string>
+
 #include "board/types.h"
 
 namespace helvan {
 
-inline constexpr int moveTextSize = 6; // five characters and the terminator
-
-// Writes the move's text, "null" for the null move, into a buffer of moveTextSize characters.
-void moveToText(Move move, char* buffer);
+// The move's text, "null" for the null move.
+std::string moveText(Move move);
 
 // Cuts a line at its blanks, tabs and line ends, in place, and stores where each word starts. The array holds
 // at least half as many words as the line has characters, rounded up. Answers the number of words.

@@ -2,7 +2,9 @@
 #include "board/moves.h"
 
 #include "board/attacks.h"
+#include "board/castling.h"
 #include "board/generate.h"
+#include "board/geometry.h"
 
 namespace helvan {
 
@@ -24,34 +26,17 @@ int allMoves(const Position& position, Move* out) {
     return count;
 }
 
-namespace {
-
-// One castling as masks for white; black's are the same on rank 8.
-struct CastlingRule {
-    Bitboard untouched;
-    Bitboard empty;
-    Bitboard notAttacked;
-    Move move;
-};
-
-constexpr CastlingRule castlingRules[2] = {
-    {bit(e1) | bit(h1), bit(f1) | bit(g1), bit(e1) | bit(f1) | bit(g1), encodeMove(e1, g1, castling)},
-    {bit(a1) | bit(e1), bit(b1) | bit(c1) | bit(d1), bit(c1) | bit(d1) | bit(e1), encodeMove(e1, c1, castling)}};
-
-} // namespace
-
 int castlingMoves(const Position& position, Colour colour, Move* out) {
-    const int shift = colour == white ? 0 : 56;
+    const CastlingRight* const rights = &castlingRights[2 * colour];
     const Bitboard occupied = position.occupied();
-    const auto allowed = [&](const CastlingRule& rule) {
-        return ((position.touched & (rule.untouched << shift)) | (occupied & (rule.empty << shift))) == 0;
+    const auto allowed = [&](const CastlingRight& right) {
+        return stands(right, position.touched) && (occupied & right.empty) == 0;
     };
-    if (!allowed(castlingRules[0]) && !allowed(castlingRules[1])) return 0; // spares the attack map
+    if (!allowed(rights[0]) && !allowed(rights[1])) return 0; // spares the attack map
     const Bitboard attacked = attackMap(position, opponent(colour));
     int count = 0;
-    for (const CastlingRule& rule : castlingRules) {
-        if (!allowed(rule) || (attacked & (rule.notAttacked << shift)) != 0) continue;
-        out[count++] = rule.move | shift << 6 | shift; // both squares to the colour's own rank
+    for (int side = 0; side < 2; ++side) {
+        if (allowed(rights[side]) && (attacked & rights[side].kingPath()) == 0) out[count++] = rights[side].move();
     }
     return count;
 }
@@ -103,6 +88,14 @@ int isPseudoLegal(const Position& position, Move move) {
     }
     const Bitboard lines = type == bishop ? bishopLines[from] : type == rook ? rookLines[from] : queenLines[from];
     return (lines & bit(to)) != 0 && (between[from][to] & position.occupied()) == 0 ? 1 : 0;
+}
+
+bool isFreePawnPush(const Position& position, Move move) {
+    const Colour us = position.sideToMove();
+    const Colour them = opponent(us);
+    const Bitboard enemyHalf = relativeRank(us, 4) | relativeRank(us, 5) | relativeRank(us, 6) | relativeRank(us, 7);
+    if ((position.of(us, pawn) & bit(moveFrom(move))) == 0 || (enemyHalf & bit(moveTo(move))) == 0) return false;
+    return (pawnAttackSpan(them, position.of(them, pawn)) & bit(moveTo(move))) == 0;
 }
 
 bool moverLeftInCheck(const Position& child) { return inCheck(child, opponent(child.sideToMove())) != 0; }

@@ -23,6 +23,21 @@ int castlingMoves(const Position& position, Colour colour, Move* out);
 // are never accepted: whoever is offered such a capture as a hash move waits for it among the generated ones.
 int isPseudoLegal(const Position& position, Move move);
 
+inline bool isCapture(const Position& position, Move move) {
+    return (position.of(opponent(position.sideToMove()), allPieces) & bit(moveTo(move))) != 0 ||
+           moveKind(move) == enPassant;
+}
+
+// A capture or a promotion.
+inline bool isTactical(const Position& position, Move move) { return isCapture(position, move) || isPromotion(move); }
+
+// A pawn's move into the enemy's half to a square that no enemy pawn can attack, now or later.
+bool isFreePawnPush(const Position& position, Move move);
+
+inline bool hasPawnOnSeventh(const Position& position, Colour colour) {
+    return (position.of(colour, pawn) & relativeRank(colour, 6)) != 0;
+}
+
 // Whether the side that made the last move left its king attacked: the position is then illegal.
 bool moverLeftInCheck(const Position& child);
 

@@ -15,12 +15,10 @@ struct PerftCounters {
     std::uint64_t castlings = 0; // of the moves into the leaves
 };
 
-inline PerftCounters perftCounters;
-
 // The number of legal move sequences of the given length (0 or more).
-std::uint64_t perft(const Position& position, int depth);
+std::uint64_t perft(const Position& position, int depth, PerftCounters& counters);
 
 // The same, printing a dot for every legal root move unless quiet is non-zero.
-std::uint64_t perftRoot(const Position& position, int depth, int quiet);
+std::uint64_t perftRoot(const Position& position, int depth, int quiet, PerftCounters& counters);
 
 } // namespace helvan

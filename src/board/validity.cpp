@@ -2,6 +2,7 @@
 #include "board/validity.h"
 
 #include "board/attacks.h"
+#include "board/castling.h"
 
 namespace helvan {
 
@@ -20,11 +21,9 @@ const char* unplayableReason(const Position& position) {
 
 void dropUnfoundedCastlingRights(Position& position) {
     // A touched square withdraws every right that needs it, so each home square without its piece is touched.
-    const Bitboard kingHomes[2] = {bit(e1), bit(e8)};
-    const Bitboard rookHomes[2] = {bit(a1) | bit(h1), bit(a8) | bit(h8)};
-    for (Colour colour : {white, black}) {
-        position.touched |= kingHomes[colour] & ~position.of(colour, king);
-        position.touched |= rookHomes[colour] & ~position.of(colour, rook);
+    for (const CastlingRight& right : castlingRights) {
+        position.touched |= bit(right.kingFrom) & ~position.of(right.colour, king);
+        position.touched |= bit(right.rookFrom) & ~position.of(right.colour, rook);
     }
     position.key = keyOf(position);
 }

@@ -11,20 +11,19 @@
 #include <string_view>
 #include <vector>
 
+#include "board/castling.h"
 #include "board/legal_moves.h"
 #include "board/move_text.h"
 #include "board/moves.h"
 #include "book/polyglot_key.h"
 #include "book/settings.h"
+#include "platform/end_process.h"
+#include "platform/log.h"
 #include "platform/platform.h"
-#include "protocol/end_process.h"
-#include "protocol/log.h"
 
 namespace helvan {
 
 namespace {
-
-std::FILE* bookFile = nullptr;
 
 constexpr int entrySize = 16;
 
@@ -114,19 +113,9 @@ std::string coordinateText(unsigned move) {
 
 // Books write castling as the king taking its rook.
 std::string castlingAsKingMove(const Position& position, const std::string& text) {
-    struct Castling {
-        Colour colour;
-        Square kingSquare;
-        const char* inBook;
-        const char* kingMove;
-    };
-    constexpr Castling castlings[] = {{white, e1, "e1h1", "e1g1"},
-                                      {white, e1, "e1a1", "e1c1"},
-                                      {black, e8, "e8h8", "e8g8"},
-                                      {black, e8, "e8a8", "e8c8"}};
-    for (const Castling& castling : castlings) {
-        const bool kingAtHome = (position.of(castling.colour, king) & bit(castling.kingSquare)) != 0;
-        if (kingAtHome && text == castling.inBook) return castling.kingMove;
+    for (const CastlingRight& right : castlingRights) {
+        const bool kingAtHome = (position.of(right.colour, king) & bit(right.kingFrom)) != 0;
+        if (kingAtHome && text == moveText(encodeMove(right.kingFrom, right.rookFrom))) return moveText(right.move());
     }
     return text;
 }
@@ -141,11 +130,7 @@ std::vector<Candidate> candidatesOf(const Position& position, const std::vector<
     Move legal[maxMoves];
     const int count = legalMoves(position, legal);
     std::vector<std::string> texts;
-    for (int i = 0; i < count; ++i) {
-        char text[moveTextSize];
-        moveToText(legal[i], text);
-        texts.emplace_back(text);
-    }
+    for (int i = 0; i < count; ++i) texts.push_back(moveText(legal[i]));
     std::vector<Candidate> candidates;
     for (const BookEntry& entry : entries) {
         if (entry.weight == 0) continue;
@@ -186,25 +171,30 @@ Move draw(const std::vector<Candidate>& candidates) {
 
 } // namespace
 
-void reopenBook() {
-    if (bookFile != nullptr) std::fclose(bookFile);
-    bookFile = nullptr;
-    // Opening a directory may succeed, and a pipe would have to be waited for.
-    if (ownBook == 1 && isRegularFile(bookFileName)) bookFile = std::fopen(bookFileName, "rb");
-    // The file may be written anew under our hands: what a buffer holds of it would be out of date.
-    if (bookFile != nullptr) std::setvbuf(bookFile, nullptr, _IONBF, 0);
+void Book::close() {
+    if (file != nullptr) std::fclose(file);
+    file = nullptr;
 }
 
-Move probeBook(const Position& position) {
-    if (bookFile == nullptr) return nullMove;
+void reopenBook(Book& book) {
+    book.close();
+    // Opening a directory may succeed, and a pipe would have to be waited for.
+    const bool wanted = bookSettings.ownBook == 1 && isRegularFile(bookSettings.bookFileName);
+    if (wanted) book.file = std::fopen(bookSettings.bookFileName, "rb");
+    // The file may be written anew under our hands: what a buffer holds of it would be out of date.
+    if (book.file != nullptr) std::setvbuf(book.file, nullptr, _IONBF, 0);
+}
+
+Move probeBook(Book& book, const Position& position) {
+    if (book.file == nullptr) return nullMove;
     const std::uint64_t key = polyglotKey(position);
-    EntryReader reader(bookFile);
+    EntryReader reader(book.file);
     const std::int64_t count = reader.count();
     if (count <= 0) return nullMove;
     const std::int64_t found = findKey(reader, count, key);
     if (found < 0) return nullMove;
     std::vector<Candidate> candidates = candidatesOf(position, entriesAround(reader, found, count, key));
-    if (bestLineOnly != 0) keepBest(candidates);
+    if (bookSettings.bestLineOnly != 0) keepBest(candidates);
     return draw(candidates);
 }
 

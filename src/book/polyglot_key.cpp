@@ -3,7 +3,8 @@
 
 #include <array>
 
-#include "board/types.h"
+#include "board/bits.h"
+#include "board/castling.h"
 
 namespace helvan {
 
@@ -229,10 +230,9 @@ std::uint64_t piecesKey(const Position& position) {
 }
 
 std::uint64_t castlingKey(const Position& position) {
-    constexpr Bitboard squares[4] = {bit(e1) | bit(h1), bit(e1) | bit(a1), bit(e8) | bit(h8), bit(e8) | bit(a8)};
     std::uint64_t key = 0;
-    for (int right = 0; right < 4; ++right) {
-        if ((position.touched & squares[right]) == 0) key ^= polyglotRandom[castlingOffset + right];
+    for (std::size_t right = 0; right < castlingRights.size(); ++right) {
+        if (stands(castlingRights[right], position.touched)) key ^= polyglotRandom[castlingOffset + right];
     }
     return key;
 }

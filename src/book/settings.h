@@ -7,8 +7,12 @@ namespace helvan {
 
 inline constexpr int bookFileCapacity = 4096; // of the file name, its terminator included
 
-inline int ownBook = 1;      // the option "OwnBook": play from the book
-inline int bestLineOnly = 1; // the option "Best Line": only the moves of the highest weight
-inline char bookFileName[bookFileCapacity] = "helvan.bin"; // the option "Book File"
+struct BookSettings {
+    int ownBook = 1;                                    // the option "OwnBook": play from the book
+    int bestLineOnly = 1;                               // the option "Best Line": only the moves of the highest weight
+    char bookFileName[bookFileCapacity] = "helvan.bin"; // the option "Book File"
+};
+
+inline BookSettings bookSettings;
 
 } // namespace helvan

@@ -3,9 +3,9 @@
 
 #include <cstdio>
 
-#include "eval/geometry.h"
+#include "board/geometry.h"
 #include "eval/pawn_bitbase.h"
-#include "protocol/end_process.h"
+#include "platform/end_process.h"
 
 namespace helvan {
 

@@ -5,11 +5,12 @@
 #include <cstring>
 
 #include "board/attacks.h"
+#include "board/castling.h"
+#include "board/geometry.h"
 #include "board/piece_square.h"
 #include "eval/endings.h"
-#include "eval/eval_cache.h"
+#include "eval/eval_caches.h"
 #include "eval/evaluation.h"
-#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/passed_pawns.h"
 #include "eval/pawn_structure.h"
@@ -59,11 +60,10 @@ template <Colour us> void setUp(Evaluation& e) {
 }
 
 template <Colour us> void evaluateCastlingRights(Evaluation& e) {
-    constexpr int toOwnRank = us == white ? 0 : 56;
-    constexpr Bitboard kingSide = (bit(e1) | bit(h1)) << toOwnRank;
-    constexpr Bitboard queenSide = (bit(a1) | bit(e1)) << toOwnRank;
-    if ((e.position.touched & kingSide) == 0) e.credit[us] += evalParameters.kingSideRight;
-    if ((e.position.touched & queenSide) == 0) e.credit[us] += evalParameters.queenSideRight;
+    constexpr const CastlingRight& kingSide = castlingRights[2 * us];
+    constexpr const CastlingRight& queenSide = castlingRights[2 * us + 1];
+    if (stands(kingSide, e.position.touched)) e.credit[us] += evalParameters.kingSideRight;
+    if (stands(queenSide, e.position.touched)) e.credit[us] += evalParameters.queenSideRight;
 }
 
 template <Colour us> void evaluateTrappedRook(Evaluation& e) {
@@ -122,10 +122,11 @@ template <Colour us> void evaluatePawnRelations(Evaluation& e) {
     const Bitboard blocked = position.of(them, pawn) & pawnSteps(us, e.occupied);
     score += evalParameters.blockedPawnTable[popCount(blocked)];
     // The pawns that the enemy would open its game with: away from its king.
+    constexpr int fromSeventhToSecond = b7 - b2; // squares
     const Bitboard leftCentre = bit(b7) | bit(c7) | bit(d7) | bit(e7);
     const Bitboard rightCentre = bit(d7) | bit(e7) | bit(f7) | bit(g7);
     const Bitboard centre = fileOf(e.kingSquare[them]) >= fileOf(e1) ? leftCentre : rightCentre;
-    const Bitboard home = us == white ? centre : centre >> 40;
+    const Bitboard home = us == white ? centre : centre >> fromSeventhToSecond;
     score += evalParameters.blockedCentrePawnTable[popCount(blocked & home)];
 
     score += evalParameters.pieceBehindPawnTable[popCount(minors & pawnSteps(them, position.of(us, pawn)))];
@@ -179,7 +180,8 @@ int finish(std::int64_t scaledValue, Colour sideToMove, int tempo) {
                                                      largestEvaluation));
 }
 
-template <typename Watcher> void evaluateTerms(Evaluation& e, Watcher& watch) {
+// pawnsOf() answers the entry of the position's pawns; asked late, when a prefetched one has come.
+template <typename PawnsOf, typename Watcher> void evaluateTerms(Evaluation& e, PawnsOf pawnsOf, Watcher& watch) {
     setUp<white>(e);
     setUp<black>(e);
     evaluateCastlingRights<white>(e);
@@ -193,7 +195,7 @@ template <typename Watcher> void evaluateTerms(Evaluation& e, Watcher& watch) {
     evaluateThreats<white>(e);
     evaluateThreats<black>(e);
     watch("threats", e);
-    e.pawns = &evaluatePawns(e.position);
+    e.pawns = &pawnsOf();
     evaluatePassedPawns<white>(e);
     evaluatePassedPawns<black>(e);
     watch("passed pawns", e);
@@ -228,16 +230,17 @@ std::int64_t blendedValue(const Evaluation& e, const EndingEntry& ending, int ph
 
 } // namespace
 
-int evaluate(const Position& position) {
-    EvalCacheEntry& slot = evalCache[position.key & evalCacheMask];
+int evaluate(const Position& position, EvalCaches& caches) {
+    EvalCacheEntry& slot = caches.evalCache[position.key & evalCacheMask];
     if (slot.key == position.key) return slot.score;
     const EndingEntry& ending = endingOf(position);
     if (ending.evaluator != nullptr) return specialScore(ending, position);
 
-    prefetchPawns(position.pawnKey);
+    prefetchPawns(caches, position.pawnKey);
     Evaluation e(position);
     NobodyWatches nobody;
-    evaluateTerms(e, nobody);
+    evaluateTerms(
+        e, [&]() -> const PawnEntry& { return evaluatePawns(position, caches); }, nobody);
     const int phase = minimum(position.phase, fullPhase);
     const Scaling scaling = scaleByMaterial(e, blendedValue(e, ending, phase), phase, ending.scale);
     const int score = finish(scaling.value, position.sideToMove(), evalTables.tempoByPhase[phase]);
@@ -255,7 +258,9 @@ EvalExplanation explainEvaluation(const Position& position) {
     }
     Evaluation e(position);
     TermWatcher watcher{explanation.terms};
-    evaluateTerms(e, watcher);
+    const PawnEntry pawns = pawnEntryOf(position);
+    evaluateTerms(
+        e, [&]() -> const PawnEntry& { return pawns; }, watcher);
     explanation.terms.push_back({"material, squares", pstOf(position, white), -pstOf(position, black)});
     explanation.terms.push_back({"pawn structure", pawnStructureOf(position, white), pawnStructureOf(position, black)});
     explanation.endingBonus = ending.score;
@@ -270,10 +275,11 @@ EvalExplanation explainEvaluation(const Position& position) {
     return explanation;
 }
 
-PackedScore evaluateUnblended(const Position& position) {
+PackedScore evaluateUnblended(const Position& position, EvalCaches& caches) {
     Evaluation e(position);
     NobodyWatches nobody;
-    evaluateTerms(e, nobody);
+    evaluateTerms(
+        e, [&]() -> const PawnEntry& { return evaluatePawns(position, caches); }, nobody);
     return total(e);
 }
 

@@ -8,6 +8,7 @@
 
 #include "board/packed_score.h"
 #include "board/position.h"
+#include "eval/eval_caches.h"
 
 namespace helvan {
 
@@ -17,7 +18,7 @@ inline constexpr int largestEvaluation = 31000;
 // Centipawns from the side to move's point of view. The position has one king of each colour and no pawn on the first
 // or last rank, its pstScore and phase are up to date, and the tables are built. Draws by repetition or by the
 // fifty-move rule are not seen.
-int evaluate(const Position& position);
+int evaluate(const Position& position, EvalCaches& caches);
 
 // How an evaluation comes about, for people who look into it.
 struct EvalExplanation {
@@ -39,11 +40,11 @@ struct EvalExplanation {
     int score = 0;            // centipawns, the side to move's view
 };
 
-// Evaluates without the cache. The same demands on the position as evaluate.
+// Evaluates without caches. The same demands on the position as evaluate.
 EvalExplanation explainEvaluation(const Position& position);
 
 // The sum of all terms, opening and endgame, white's view, before it is blended and scaled. For whoever looks for
 // better parameters: a parameter's change shows in it exactly. The same demands on the position, and no special ending.
-PackedScore evaluateUnblended(const Position& position);
+PackedScore evaluateUnblended(const Position& position, EvalCaches& caches);
 
 } // namespace helvan

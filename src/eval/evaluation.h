@@ -5,7 +5,7 @@
 
 #include "board/packed_score.h"
 #include "board/position.h"
-#include "eval/pawn_table.h"
+#include "eval/eval_caches.h"
 
 namespace helvan {
 

@@ -10,6 +10,7 @@ namespace helvan {
 namespace {
 
 constexpr PackedScore S(int opening, int endgame) { return packed(opening, endgame); }
+constexpr PackedScore E(int endgame) { return packed(0, endgame); }
 
 } // namespace
 
@@ -153,8 +154,8 @@ EvalParameters evalParameters = {
     .isolatedHalfOpen = S( -65,  -82),
     .backwardPawn = S(   0,  -36),
     .backwardHalfOpen = S(-128,  -58),
-    .passedOwnKing = S( -39,  -22),
-    .passedEnemyKing = S(  19,   17),
+    .passedPerOwnKingStep = S( -39,  -22),
+    .passedPerEnemyKingStep = S(  19,   17),
 
     // First to eighth rank.
     .connectedPawn = {
@@ -167,7 +168,7 @@ EvalParameters evalParameters = {
          S(   0,    0), S(  16,   -2), S( -12,   -3), S(   9,  -63), S(  32, -159), S( 162, -192), S(-178,   12), S(   0,    0)},
 
     // From six ranks before the king down to six behind it; on its file, then one to three files aside, and all beyond.
-    .pawnFromOwnKing = {
+    .pawnByOwnKingOffset = {
          S( -96,  -14), S(-100,  -19), S( -99,  -59), S( -76,  -27), S( -34,  -56),
          S( -48,  -48), S( -92,  -51), S( -67,  -76), S( -74, -102), S( -63, -155),
          S(  59, -129), S( -24, -142), S( -39, -171), S( -39, -157), S( -60, -227),
@@ -181,7 +182,7 @@ EvalParameters evalParameters = {
          S(  47,  171), S(  41,  128), S(  31,   74), S(  24,   40), S(  25,    4),
          S(  21,   79), S(  26,   92), S(  22,   59), S(  24,   58), S(  16,   14),
          S(   8,   33), S(  11,   39), S(  12,   39), S(  12,   50), S(  11,   39)},
-    .pawnFromEnemyKing = {
+    .pawnByEnemyKingOffset = {
          S(  -8,   -7), S( -10,  -16), S( -13,  -28), S( -17,  -41), S( -26,  -63),
          S( -12,   -1), S( -14,   -7), S( -14,  -10), S( -22,  -26), S( -41,  -20),
          S( -26,  -15), S( -21,    1), S( -25,   23), S( -33,   14), S( -57,   52),
@@ -195,7 +196,7 @@ EvalParameters evalParameters = {
          S(   7,  -61), S(  14,    0), S(  15,  -17), S( -15,  -11), S(  26,   19),
          S( -17,  -78), S(  12,  -54), S(   9,  -39), S(  14,  -47), S(  51,    4),
          S( -22, -122), S(  -2, -103), S(  -8,  -70), S( -13,  -69), S(  60,  -67)},
-    .passedFromOwnKing = {
+    .passedByOwnKingOffset = {
          S(-124,   13), S(-101,    4), S( -79,  -32), S( -45,   -7), S(   6,  -34),
          S(-131,    9), S( -87,  -11), S( -19,   -9), S(  -6,  -72), S(  35, -100),
          S( -72,  -10), S( -27,  -54), S(  52,  -38), S(  34,  -75), S(  42, -143),
@@ -209,7 +210,7 @@ EvalParameters evalParameters = {
          S(  18,   86), S(  19,   78), S(   7,   32), S(  -3,  -14), S(  -6,  -12),
          S(   8,   33), S(   8,   43), S(   5,   18), S(  -2,    1), S(  -4,   -8),
          S(   2,    8), S(   2,   11), S(   2,    6), S(   0,    6), S(  -3,   -7)},
-    .passedFromEnemyKing = {
+    .passedByEnemyKingOffset = {
          S(  -6,   -1), S(  -8,  -10), S( -11,  -21), S( -15,  -34), S( -25,  -56),
          S(  -8,   11), S( -10,    4), S( -11,    2), S( -19,  -11), S( -38,   -5),
          S( -16,   16), S( -11,   28), S( -16,   46), S( -26,   40), S( -53,   69),
@@ -223,6 +224,8 @@ EvalParameters evalParameters = {
          S(  66, -125), S( 141, -120), S(  -2,  -86), S(  25,   12), S(  17,   77),
          S( 157, -122), S( 174, -115), S(  67,  -38), S(  44,  -37), S(  74,   76),
          S( 135,  -97), S( 117, -126), S(  60, -106), S(  32,   27), S(  28,  142)},
+
+    .kingSafetyAggressiveness = 6,
 };
 
 const std::array<int, 128> kingSafetyCurve = {
@@ -263,21 +266,21 @@ const std::array<PackedScore, 32> queenMobility = {
      S(  29,   43), S(  43,   63), S(  56,   83), S(  70,  103), S(  82,  121), S(  95,  140), S( 107,  158), S( 119,  176),
      S( 131,  193), S( 143,  210), S( 154,  227), S( 165,  243), S( 176,  259), S( 187,  275), S( 198,  290), S( 208,  306)};
 
-const int passedOwnKingDistance[6][9] = {
-    {0},
-    {0},
-    {    0,   -39,   -69,   -95,  -118,  -138,  -157,  -175,  -191},
-    {    0,  -118,  -210,  -287,  -355,  -416,  -473,  -526,  -575},
-    {    0,  -238,  -421,  -575,  -711,  -834,  -947, -1052, -1151},
-    {    0,  -397,  -702,  -959, -1186, -1391, -1579, -1754, -1919}};
+const std::array<std::array<PackedScore, 9>, 6> passedByOwnKingSteps = {{
+    {},
+    {},
+    {{E(    0), E(  -39), E(  -69), E(  -95), E( -118), E( -138), E( -157), E( -175), E( -191)}},
+    {{E(    0), E( -118), E( -210), E( -287), E( -355), E( -416), E( -473), E( -526), E( -575)}},
+    {{E(    0), E( -238), E( -421), E( -575), E( -711), E( -834), E( -947), E(-1052), E(-1151)}},
+    {{E(    0), E( -397), E( -702), E( -959), E(-1186), E(-1391), E(-1579), E(-1754), E(-1919)}}}};
 
-const int passedEnemyKingDistance[6][9] = {
-    {0},
-    {0},
-    {    0,    60,   105,   144,   178,   209,   237,   263,   288},
-    {    0,   179,   316,   432,   534,   626,   711,   790,   864},
-    {    0,   358,   632,   864,  1068,  1252,  1422,  1580,  1728},
-    {    0,   596,  1054,  1440,  1780,  2087,  2370,  2633,  2880}};
+const std::array<std::array<PackedScore, 9>, 6> passedByEnemyKingSteps = {{
+    {},
+    {},
+    {{E(    0), E(   60), E(  105), E(  144), E(  178), E(  209), E(  237), E(  263), E(  288)}},
+    {{E(    0), E(  179), E(  316), E(  432), E(  534), E(  626), E(  711), E(  790), E(  864)}},
+    {{E(    0), E(  358), E(  632), E(  864), E( 1068), E( 1252), E( 1422), E( 1580), E( 1728)}},
+    {{E(    0), E(  596), E( 1054), E( 1440), E( 1780), E( 2087), E( 2370), E( 2633), E( 2880)}}}};
 
 // clang-format on
 
@@ -356,16 +359,16 @@ constexpr ParameterRow rows[] = {
     row("isolatedHalfOpen", evalParameters.isolatedHalfOpen, {0, 1}),
     row("backwardPawn", evalParameters.backwardPawn, {0, 1}),
     row("backwardHalfOpen", evalParameters.backwardHalfOpen, {0, 1}),
-    row("passedOwnKing", evalParameters.passedOwnKing, {0, 1}),
-    row("passedEnemyKing", evalParameters.passedEnemyKing, {0, 1}),
+    row("passedPerOwnKingStep", evalParameters.passedPerOwnKingStep, {0, 1}),
+    row("passedPerEnemyKingStep", evalParameters.passedPerEnemyKingStep, {0, 1}),
     row("connectedPawn", evalParameters.connectedPawn, {2, 7}),
     row("phalanxPawn", evalParameters.phalanxPawn, {1, 7}),
     row("shelter", evalParameters.shelter, {1, 7}),
     row("storm", evalParameters.storm, {1, 7}),
-    row("pawnFromOwnKing", evalParameters.pawnFromOwnKing, {0, 65}, offsetColumns),
-    row("pawnFromEnemyKing", evalParameters.pawnFromEnemyKing, {0, 65}, offsetColumns),
-    row("passedFromOwnKing", evalParameters.passedFromOwnKing, {0, 65}, offsetColumns),
-    row("passedFromEnemyKing", evalParameters.passedFromEnemyKing, {0, 65}, offsetColumns),
+    row("pawnByOwnKingOffset", evalParameters.pawnByOwnKingOffset, {0, 65}, offsetColumns),
+    row("pawnByEnemyKingOffset", evalParameters.pawnByEnemyKingOffset, {0, 65}, offsetColumns),
+    row("passedByOwnKingOffset", evalParameters.passedByOwnKingOffset, {0, 65}, offsetColumns),
+    row("passedByEnemyKingOffset", evalParameters.passedByEnemyKingOffset, {0, 65}, offsetColumns),
 };
 
 } // namespace

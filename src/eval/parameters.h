@@ -77,19 +77,22 @@ struct EvalParameters {
     PackedScore isolatedHalfOpen; // on a file without enemy pawns
     PackedScore backwardPawn;
     PackedScore backwardHalfOpen;
-    // What a passed pawn is worth by where the kings are is a sum of three: by the steps to the square before it, these
-    // two; from the fourth rank on, by the same steps and the rank, passedOwnKingDistance and passedEnemyKingDistance;
-    // by ranks and files from the pawn itself, passedFromOwnKing and passedFromEnemyKing.
-    PackedScore passedOwnKing;   // for each step
-    PackedScore passedEnemyKing; // the same for the enemy king
-    RankValues connectedPawn;    // defended by a pawn
-    RankValues phalanxPawn;      // with a pawn beside it
-    RankValues shelter;          // an own pawn before the own king
-    RankValues storm;            // an own pawn before the enemy king
-    OffsetValues pawnFromOwnKing;
-    OffsetValues pawnFromEnemyKing;
-    OffsetValues passedFromOwnKing; // a passed pawn, beside the two above
-    OffsetValues passedFromEnemyKing;
+    // What a passed pawn is worth by where a king is, is a sum of three: by the king's steps to the square before the
+    // pawn, these two; from the fourth rank on by the same steps and the rank, passedByOwnKingSteps and
+    // passedByEnemyKingSteps; and by ranks and files from the pawn itself, passedByOwnKingOffset and
+    // passedByEnemyKingOffset.
+    PackedScore passedPerOwnKingStep;
+    PackedScore passedPerEnemyKingStep;
+    RankValues connectedPawn; // defended by a pawn
+    RankValues phalanxPawn;   // with a pawn beside it
+    RankValues shelter;       // an own pawn before the own king
+    RankValues storm;         // an own pawn before the enemy king
+    OffsetValues pawnByOwnKingOffset;
+    OffsetValues pawnByEnemyKingOffset;
+    OffsetValues passedByOwnKingOffset; // a passed pawn, beside the two above
+    OffsetValues passedByEnemyKingOffset;
+
+    int kingSafetyAggressiveness; // the option of that name: what the king-safety curve is multiplied by
 };
 
 extern EvalParameters evalParameters;
@@ -114,9 +117,6 @@ std::span<const ParameterRow> parameterRows();
 // odd number of bishops.
 inline constexpr int pieceWeights[7] = {0, 0, 24, 28, 40, 72, 0};
 inline constexpr int decisivePieceLead = 2;
-
-// The option "King Safety Aggressiveness": what the king-safety curve is multiplied by.
-inline int kingSafetyAggressiveness = 6;
 
 // Attack units against the enemy king.
 inline constexpr int knightZoneUnits = 4;  // a knight attacks a square of the king's zone
@@ -143,9 +143,9 @@ extern const std::array<PackedScore, 16> bishopMobility;
 extern const std::array<PackedScore, 16> rookMobility;
 extern const std::array<PackedScore, 32> queenMobility;
 
-// By a passed pawn's rank, from the second (0) to the seventh (5), and a king's distance 0..8 from the square before
-// the pawn; thousandths of a pawn in the endgame.
-extern const int passedOwnKingDistance[6][9];
-extern const int passedEnemyKingDistance[6][9];
+// By a passed pawn's rank, from the second (0) to the seventh (5), and a king's steps 0..8 to the square before the
+// pawn.
+extern const std::array<std::array<PackedScore, 9>, 6> passedByOwnKingSteps;
+extern const std::array<std::array<PackedScore, 9>, 6> passedByEnemyKingSteps;
 
 } // namespace helvan

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "board/attacks.h"
+#include "board/geometry.h"
 #include "eval/evaluation.h"
-#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
 
@@ -22,8 +22,8 @@ template <Colour us> void evaluatePassedKings(Evaluation& e, Square square, int 
     constexpr Colour them = opponent(us);
     const Square stop = square + forwardStep(us);
     const Square promotion = relativeSquare(us, 56) + fileOf(square);
-    e.credit[us] += evalTables.passedOwnKingTable[row][kingDistance(e.kingSquare[us], stop)];
-    e.credit[us] += evalTables.passedEnemyKingTable[row][kingDistance(e.kingSquare[them], stop)];
+    e.credit[us] += passedByOwnKingSteps[row][kingDistance(e.kingSquare[us], stop)];
+    e.credit[us] += passedByEnemyKingSteps[row][kingDistance(e.kingSquare[them], stop)];
     if (kingDistance(e.kingSquare[us], promotion) <= 1) e.credit[us] += evalParameters.kingAtPromotion;
     if (kingDistance(e.kingSquare[them], promotion) <= 1) e.credit[them] += evalParameters.kingAtPromotion;
 }

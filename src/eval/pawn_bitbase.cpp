@@ -2,7 +2,7 @@
 #include "eval/pawn_bitbase.h"
 
 #include "board/attacks.h"
-#include "eval/geometry.h"
+#include "board/geometry.h"
 
 namespace helvan {
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "board/attacks.h"
-#include "eval/geometry.h"
+#include "board/geometry.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
 
@@ -76,8 +76,8 @@ int offsetFrom(Square kingSquare, Square square, Colour us) {
 // Both kings' ways to the square before a passed pawn.
 PackedScore kingProximity(const Side& side, Square square) {
     const Square stop = square + forwardStep(side.us);
-    return evalParameters.passedOwnKing * kingDistance(side.ownKing, stop) +
-           evalParameters.passedEnemyKing * kingDistance(side.enemyKing, stop);
+    return evalParameters.passedPerOwnKingStep * kingDistance(side.ownKing, stop) +
+           evalParameters.passedPerEnemyKingStep * kingDistance(side.enemyKing, stop);
 }
 
 // The three files about a king, from its own rank onwards.
@@ -126,10 +126,10 @@ PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
         const int fromOwnKing = offsetFrom(side.ownKing, square, side.us);
         const int fromEnemyKing = offsetFrom(side.enemyKing, square, side.us);
         score += weaknesses(side, square) + support(side, square);
-        score += p.pawnFromOwnKing[fromOwnKing] + p.pawnFromEnemyKing[fromEnemyKing];
+        score += p.pawnByOwnKingOffset[fromOwnKing] + p.pawnByEnemyKingOffset[fromEnemyKing];
         if (isPassed(side, square)) {
             score += kingProximity(side, square);
-            score += p.passedFromOwnKing[fromOwnKing] + p.passedFromEnemyKing[fromEnemyKing];
+            score += p.passedByOwnKingOffset[fromOwnKing] + p.passedByEnemyKingOffset[fromEnemyKing];
             if (passedCount < longestPassedList) passedList[passedCount] = static_cast<std::uint8_t>(square);
             ++passedCount;
         } else if (isCandidate(side, square)) {
@@ -152,27 +152,28 @@ Side sideOf(const Position& position, Colour us) {
             lowestBit(position.of(enemy, king))};
 }
 
-void computeEntry(const Position& position, PawnEntry& entry) {
-    entry = PawnEntry{};
+} // namespace
+
+PawnEntry pawnEntryOf(const Position& position) {
+    PawnEntry entry;
     entry.key = position.pawnKey;
     entry.score += evaluateSide(sideOf(position, white), entry.passed[white]);
     entry.score -= evaluateSide(sideOf(position, black), entry.passed[black]);
+    return entry;
 }
-
-} // namespace
 
 PackedScore pawnStructureOf(const Position& position, Colour us) {
     PawnEntry unused;
     return evaluateSide(sideOf(position, us), unused.passed[us]);
 }
 
-const PawnEntry& evaluatePawns(const Position& position) {
-    ++etableProbes;
-    PawnEntry& entry = pawnTable[position.pawnKey & pawnTableMask];
+const PawnEntry& evaluatePawns(const Position& position, EvalCaches& caches) {
+    ++caches.etableProbes;
+    PawnEntry& entry = caches.pawnTable[position.pawnKey & pawnTableMask];
     if (entry.key == position.pawnKey) {
-        ++etableHits;
+        ++caches.etableHits;
     } else {
-        computeEntry(position, entry);
+        entry = pawnEntryOf(position);
     }
     return entry;
 }

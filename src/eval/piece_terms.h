@@ -6,8 +6,8 @@
 
 #include "board/attacks.h"
 #include "board/exchange.h"
+#include "board/geometry.h"
 #include "eval/evaluation.h"
-#include "eval/geometry.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
 

@@ -6,7 +6,6 @@
 #include "board/types.h"
 #include "eval/endings.h"
 #include "eval/parameters.h"
-#include "eval/pawn_table.h"
 #include "eval/scaling.h"
 
 namespace helvan {
@@ -34,7 +33,7 @@ void fillKingSafety() {
     for (int units = 0; units < 128; ++units) {
         // The option may be out of its range: the product is taken in 64 bits and cut to the lane.
         evalTables.kingSafetyTable.entries[units] =
-            packed(std::int64_t{kingSafetyCurve[units]} * kingSafetyAggressiveness, 0);
+            packed(std::int64_t{kingSafetyCurve[units]} * evalParameters.kingSafetyAggressiveness, 0);
     }
 }
 
@@ -60,15 +59,6 @@ void fillByPhase() {
     }
 }
 
-void fillKingDistances() {
-    for (int rank = 0; rank < 6; ++rank) {
-        for (int distance = 0; distance < 9; ++distance) {
-            evalTables.passedOwnKingTable[rank][distance] = packed(0, passedOwnKingDistance[rank][distance]);
-            evalTables.passedEnemyKingTable[rank][distance] = packed(0, passedEnemyKingDistance[rank][distance]);
-        }
-    }
-}
-
 } // namespace
 
 void initEvalTables() {
@@ -76,8 +66,6 @@ void initEvalTables() {
     fillKingSafety();
     fillPawnIslands();
     fillByPhase();
-    fillKingDistances();
-    clearPawnTable();
 }
 
 void initAllEvaluation() {

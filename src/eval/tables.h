@@ -26,9 +26,6 @@ struct EvalTables {
     ClampedTable<PackedScore, 128> kingSafetyTable; // by attack units; flat beyond them
     std::array<PackedScore, 256> pawnIslandTable;   // by the set of files with pawns
     std::array<int, fullPhase + 1> tempoByPhase;    // thousandths of a pawn
-    // A passed pawn's king distances, by its rank from the second (0) to the seventh (5) and distance 0..8.
-    std::array<std::array<PackedScore, 9>, 6> passedOwnKingTable;
-    std::array<std::array<PackedScore, 9>, 6> passedEnemyKingTable;
     // The plain value of a piece in centipawns: the larger of its two; 0 for none and the king.
     std::array<int, 8> pieceValueCentipawns;
     // The value blended by the phase, in centipawns.
@@ -37,9 +34,8 @@ struct EvalTables {
 
 extern EvalTables evalTables;
 
-// Builds every table from the current parameters, the piece-square table included, and forgets the stored pawn
-// structures, whose scores depend on them. The cache of whole evaluations is kept: a score of the old parameters
-// may be answered until its slot is taken.
+// Builds every table from the current parameters, the piece-square table included. What evaluations have stored in
+// their caches is no more true then.
 void initEvalTables();
 
 // The known endings' table, then all of the above. To be called at start and whenever a parameter has changed.

@@ -9,24 +9,16 @@
 #include <thread>
 
 #include "board/attacks.h"
-#include "board/fen.h"
 #include "board/piece_square.h"
-#include "book/book.h"
-#include "eval/eval_cache.h"
-#include "eval/pawn_table.h"
 #include "main/command_line.h"
 #include "main/self_test.h"
+#include "platform/end_process.h"
+#include "platform/log.h"
 #include "platform/platform.h"
-#include "protocol/command_queue.h"
-#include "protocol/end_process.h"
-#include "protocol/log.h"
+#include "protocol/position_command.h"
 #include "protocol/uci.h"
-#include "search/limits.h"
-#include "search/ordering.h"
 #include "search/pv.h"
-#include "search/rebuild.h"
-#include "search/settings.h"
-#include "search/transposition_table.h"
+#include "search/stopping.h"
 
 namespace helvan {
 
@@ -37,14 +29,14 @@ constexpr int usageError = -1;
 
 // Handles commands for ever, and has the hash table's pages found meanwhile, one piece after the other. In a fast game
 // the next command is never far and would have to wait for the piece: only pauses are used that are long beside it.
-[[noreturn]] void serve() {
+[[noreturn]] void serve(Session& session) {
     constexpr double pauseInPieces = 10.0;
     double pieceSeconds = 0.01; // of the last one; a slow system's at first
     for (double lastCommand = now();;) {
-        if (pollCommand()) lastCommand = now();
+        if (pollCommand(session)) lastCommand = now();
         const double begin = now();
         const bool pauses = begin - lastCommand > pauseInPieces * pieceSeconds;
-        if (pauses && transpositionTable.claimPages()) pieceSeconds = now() - begin;
+        if (pauses && session.tables.transpositionTable.claimPages()) pieceSeconds = now() - begin;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
@@ -54,41 +46,43 @@ void endWithoutMemory() {
     endProcess(1);
 }
 
-// A small search that nobody hears of and that leaves nothing behind, there being no hash table yet: program and tables
-// come into the memory before there is a clock that runs. On one of milliseconds that makes several iterations.
-void warmUp() {
+// A small search that nobody hears of, there being no hash table yet: program and tables come into the memory before
+// there is a clock that runs. On one of milliseconds that makes several iterations. What it learns is forgotten:
+// options that come before the first search hold for all of it.
+void warmUp(SearchTables& tables, Position position) {
     constexpr int depth = 8; // half-plies
-    const SearchScope scope;
-    Position position;
-    setupFromFen(position, startFen);
+    Search search(tables);
     refreshPieceSums(position);
     Move line[pvCapacity];
-    searchPv(position, -infiniteScore, infiniteScore, depth, 1, line);
-    clearKillers();
-    clearCounterMoves();
-    clearHistory();
-    evalCache.fill({}); // options that come before the first search hold for all of it
-    etableProbes = etableHits = 0;
+    searchPv(search, position, -infiniteScore, infiniteScore, depth, 1, line);
+    clearMoveHistory(tables.moveHistory);
+    tables.evalCaches.evalCache.fill({});
+    tables.evalCaches.etableProbes = tables.evalCaches.etableHits = 0;
 }
 
 [[noreturn]] void playForEver() {
-    rebuildTables();
+    // Zero pages until they are used.
+    static SearchTables tables;
+    static GameHistory gameHistory;
+    static Session session{tables, gameHistory};
+    rebuildTables(tables);
     std::fprintf(stderr, "Helvan version %s\n", versionText);
-    warmUp();
-    if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
-    pollInput = [] { pollCommand(); };
-    if (!startReader()) {
+    reopenBook(session.book);
+    resetGame(gameHistory);
+    warmUp(tables, gameHistory.current());
+    if (searchSettings.hashMegabytes > 0) tables.transpositionTable.allocate(searchSettings.hashMegabytes);
+    session.poll = [] { pollCommand(session); };
+    if (!startReader(session.queue)) {
         std::fprintf(stderr, "No thread to read the input\n");
         endProcess(1);
     }
-    serve();
+    serve(session);
 }
 
 [[noreturn]] void start(int argumentCount, const char* const* arguments) {
     claimStandardStreams();
     std::set_new_handler(endWithoutMemory);
     std::srand(static_cast<unsigned>(std::time(nullptr)));
-    reopenBook();
     initSlidingAttacks();
     prepareStreams();
 

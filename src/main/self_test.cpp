@@ -4,18 +4,14 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 #include "board/fen.h"
 #include "board/move_text.h"
-#include "main/test_fens.h"
+#include "platform/end_process.h"
 #include "protocol/command_queue.h"
-#include "protocol/end_process.h"
 #include "protocol/uci.h"
-#include "search/limits.h"
-#include "search/rebuild.h"
-#include "search/settings.h"
 #include "search/think.h"
-#include "search/transposition_table.h"
 
 namespace helvan {
 
@@ -23,35 +19,23 @@ namespace {
 
 constexpr int testDepth = 13; // iterations
 constexpr int lastIteration = testDepth - 1;
-constexpr double notSearched = -9999.99;
 
-void prepare() {
-    testMode = 1;
-    rebuildTables();
-    startReader(); // nothing reads its lines
-    if (hashMegabytes > 0) transpositionTable.allocate(hashMegabytes);
-    transpositionTable.claimAllPages();
+[[noreturn]] void endWithBadTable() {
+    std::fprintf(stderr, "Error in data structure\n");
+    endProcess(1);
 }
 
-// Sums over all passes so far, of all iterations but the last.
-struct Totals {
-    std::uint64_t nodes = 0;
-    double seconds = 0.0;
-
-    void add() {
-        for (int i = 0; i < lastIteration; ++i) {
-            nodes += iterationRecords[i].nodes;
-            seconds += iterationRecords[i].seconds;
-        }
-    }
-};
+// Reads standard input as the dialogue does, so that the modes run in the same surroundings; nobody takes its lines.
+void startUnheardReader() {
+    static CommandQueue queue;
+    startReader(queue);
+}
 
 // Answers the index of the first row whose search differs from the table, or -1.
-int runPass(Totals& totals) {
+int runPass(SelfTest& selfTest, const TestFens& rows) {
     for (int i = 0; i < testFenCount; ++i) {
-        const TestRow row(testFens[i]);
-        if (searchTestPosition(row) != row.expected) return i;
-        totals.add();
+        const TestRow row(rows[i]);
+        if (selfTest.search(row) != row.expected) return i;
         std::printf(".");
         std::fflush(stdout);
     }
@@ -80,10 +64,7 @@ TestRow::TestRow(const char* text) : expected{} {
     std::snprintf(copy, sizeof copy, "%s", text);
     char* words[testFenCapacity / 2];
     const int count = splitWords(copy, words);
-    if (count < fenFields) {
-        std::fprintf(stderr, "Error in data structure\n");
-        endProcess(1);
-    }
+    if (count < fenFields) endWithBadTable();
     fen = words[0];
     for (int i = 1; i < fenFields; ++i) fen += std::string(" ") + words[i];
     const auto word = [&](int index) { return index < count ? words[index] : ""; };
@@ -92,43 +73,54 @@ TestRow::TestRow(const char* text) : expected{} {
     expected.nodes = std::strtoull(word(6), nullptr, 10);
 }
 
-TestResult searchTestPosition(const TestRow& row) {
+SelfTest::SelfTest() : tables(std::make_unique<SearchTables>()) {
+    rebuildTables(*tables);
+    if (searchSettings.hashMegabytes > 0) tables->transpositionTable.allocate(searchSettings.hashMegabytes);
+    tables->transpositionTable.claimAllPages();
+}
+
+TestResult SelfTest::search(const TestRow& row) {
     Position position;
-    setupFromFen(position, row.fen.c_str());
-    iterationRecords.fill({});
-    iterationRecords[lastIteration].seconds = notSearched;
-    const SearchScope scope;
-    think(position, noTimeGoalSeconds, testDepth, "");
-    const IterationRecord& last = iterationRecords[lastIteration];
+    if (setupFromFen(position, row.fen.c_str()) != nullptr) endWithBadTable();
+    std::vector<IterationRecord> iterations;
+    Search search(*tables, {.depth = testDepth, .forget = true}, recordingReporter(iterations));
+    think(search, position);
+    iterations.resize(testDepth); // those that were not needed count for nothing
+    for (int i = 0; i < lastIteration; ++i) {
+        nodes += iterations[i].nodes;
+        seconds += iterations[i].seconds;
+    }
+    const IterationRecord& last = iterations[lastIteration];
     return {last.bestMove, last.score, last.nodes};
 }
 
 int makeTestData() {
-    prepare();
+    startUnheardReader();
+    SelfTest selfTest;
     std::printf("\nchar testFens[%d][%d] = {\n", testFenCount, testFenCapacity);
     for (const char* text : testFens) {
         const TestRow row(text);
-        const TestResult result = searchTestPosition(row);
+        const TestResult result = selfTest.search(row);
         std::printf("  \"%s %d %d %" PRIu64 "\",\n", row.fen.c_str(), result.bestMove, result.score, result.nodes);
     }
     std::printf("};\n");
     return 0;
 }
 
-int runSelfTest() {
+int runSelfTest(const TestFens& rows) {
     constexpr int passes = 5; // the text speaks of more, deliberately
-    prepare();
+    startUnheardReader();
+    SelfTest selfTest;
     printHead();
-    Totals totals;
     for (int pass = 1; pass <= passes; ++pass) {
         std::printf("%4d ", pass);
         std::fflush(stdout);
-        if (const int failed = runPass(totals); failed >= 0) {
+        if (const int failed = runPass(selfTest, rows); failed >= 0) {
             std::printf("Error in position %d - self test failed\n", failed);
             return 1;
         }
-        std::printf("%7.3f %7.4f\n", totals.seconds / (pass * static_cast<double>(testFenCount)),
-                    static_cast<double>(totals.nodes) / totals.seconds / 1000000.0);
+        std::printf("%7.3f %7.4f\n", selfTest.seconds / (pass * static_cast<double>(testFenCount)),
+                    static_cast<double>(selfTest.nodes) / selfTest.seconds / 1000000.0);
     }
     std::printf("\n");
     return 0;

@@ -6,9 +6,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "board/types.h"
+#include "main/test_fens.h"
+#include "search/tables.h"
 
 namespace helvan {
 
@@ -29,11 +32,19 @@ struct TestRow {
     TestResult expected;
 };
 
-// Searches the position of the row and leaves the iterations in iterationRecords.
-TestResult searchTestPosition(const TestRow& row);
+// The searches of the self-test: their tables, and the totals of all so far.
+struct SelfTest {
+    SelfTest();
+
+    std::unique_ptr<SearchTables> tables;
+    std::uint64_t nodes = 0; // of all iterations but the last
+    double seconds = 0.0;    // the same
+
+    TestResult search(const TestRow& row);
+};
 
 // Both answer the exit status of the process.
 int makeTestData();
-int runSelfTest(); // 1 after the first difference
+int runSelfTest(const TestFens& rows = testFens); // 1 after the first difference
 
 } // namespace helvan

@@ -5,7 +5,7 @@
 namespace helvan {
 
 // clang-format off
-char testFens[50][160] = {
+const char testFens[50][160] = {
   "r4qnk/p1p5/5r1b/3P1b1p/2p2N2/2N4P/PP1QB3/2K2RR1 w - - 406 -37 3849578",
   "5rk1/1npbnppp/3p4/1p1Pp1b1/1P2P3/2P1N3/2BB1PPP/q3RNK1 w - - 256 83 258528",
   "2b1q3/p3b1k1/1p2B2p/4Pp2/1P1r1Pp1/P3N1P1/3Q2P1/6K1 w - - 1317 285 1065127",

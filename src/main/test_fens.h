@@ -8,8 +8,10 @@ namespace helvan {
 inline constexpr int testFenCount = 50;
 inline constexpr int testFenCapacity = 160; // characters, the terminator included
 
-// Seven words: placement, side to move, castling and en passant of the FEN, then of the last iteration the best move
-// as a number, the score in centipawns and the count of nodes.
-extern char testFens[testFenCount][testFenCapacity];
+// A row has seven words: placement, side to move, castling and en passant of the FEN, then of the last iteration the
+// best move as a number, the score in centipawns and the count of nodes.
+using TestFens = char[testFenCount][testFenCapacity];
+
+extern const TestFens testFens;
 
 } // namespace helvan

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/command_queue.h"
 
-#include <cstdio>
 #include <cstring>
-
-#include "platform/platform.h"
+#include <utility>
 
 namespace helvan {
 
@@ -12,33 +10,34 @@ namespace {
 
 int nextSlot(int index) { return (index + 1) % CommandQueue::slotCount; }
 
-void readLines(ThreadJob& /*reader*/) {
+void readLines(ThreadJob& job) {
     constexpr std::size_t readSize = 4096;
+    CommandQueue& queue = *static_cast<ReaderJob&>(job).queue;
     char bytes[readSize];
     LineCutter cutter;
-    while (const std::size_t count = readInput(bytes, readSize)) cutter.cut(commandQueue(), bytes, count);
-    cutter.finish(commandQueue());
+    while (const std::size_t count = readInput(bytes, readSize)) cutter.cut(queue, bytes, count);
+    cutter.finish(queue);
 }
 
 } // namespace
 
 void LineCutter::cut(CommandQueue& queue, const char* bytes, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        line[length++] = bytes[i];
-        if (bytes[i] == '\n' || length == lineCapacity - 1) finish(queue);
+        line += bytes[i];
+        if (bytes[i] == '\n' || line.size() == lineCapacity - 1) finish(queue);
     }
 }
 
 void LineCutter::finish(CommandQueue& queue) {
-    if (length == 0) return;
-    line[length] = '\0';
-    length = 0;
-    appendLine(queue, line);
+    if (line.empty()) return;
+    line.resize(std::strlen(line.c_str()));
+    appendLine(queue, std::exchange(line, {}));
 }
 
-void appendLine(CommandQueue& queue, const char* line) {
+void appendLine(CommandQueue& queue, std::string line) {
+    if (line.size() >= lineCapacity) line.resize(lineCapacity - 1);
     const std::lock_guard guard(queue.lock);
-    std::snprintf(queue.slots[queue.writeIndex], lineCapacity, "%s", line);
+    queue.slots[queue.writeIndex] = std::move(line);
     queue.writeIndex = nextSlot(queue.writeIndex);
 }
 
@@ -47,23 +46,18 @@ bool lineWaits(CommandQueue& queue) {
     return queue.readIndex != queue.writeIndex;
 }
 
-bool takeLine(CommandQueue& queue, char* out) {
+std::optional<std::string> takeLine(CommandQueue& queue) {
     const std::lock_guard guard(queue.lock);
-    if (queue.readIndex == queue.writeIndex) return false;
-    std::strcpy(out, queue.slots[queue.readIndex]);
+    if (queue.readIndex == queue.writeIndex) return std::nullopt;
+    std::string line = std::move(queue.slots[queue.readIndex]);
     queue.readIndex = nextSlot(queue.readIndex);
-    return true;
+    return line;
 }
 
-CommandQueue& commandQueue() {
-    static CommandQueue& queue = *new CommandQueue;
-    return queue;
-}
-
-bool startReader() {
-    commandQueue(); // made before the thread can ask for it
-    static ThreadJob reader = {readLines};
-    return startThread(reader);
+bool startReader(CommandQueue& queue) {
+    queue.reader.work = readLines;
+    queue.reader.queue = &queue;
+    return startThread(queue.reader);
 }
 
 } // namespace helvan

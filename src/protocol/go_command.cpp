@@ -4,16 +4,16 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
+#include "board/legal_moves.h"
+#include "board/move_text.h"
+#include "board/moves.h"
 #include "board/validity.h"
-#include "protocol/log.h"
+#include "platform/log.h"
 #include "protocol/number_text.h"
 #include "protocol/options.h"
-#include "protocol/position_command.h"
-#include "protocol/time_allotment.h"
-#include "search/limits.h"
-#include "search/report.h"
-#include "search/settings.h"
+#include "search/stopping.h"
 #include "search/think.h"
 
 namespace helvan {
@@ -49,33 +49,68 @@ const Keyword* findKeyword(const char* word) {
     return found != std::end(keywords) ? found : nullptr;
 }
 
-// The seconds for this move from the mover's clock. Sets how far the search may run beyond them.
-double allotFromClock(const GoParameters& go, Colour mover) {
+// Whether no limit holds before "ponderhit".
+bool isPondering(const GoParameters& go) { return go.ponder || go.infinite; }
+
+// Sets the time that the search may take from the mover's clock.
+void shareClock(GoPlan& plan, const GoParameters& go, const GoContext& context) {
+    const Colour mover = context.position.sideToMove();
     const MoverClock clock = {.secondsLeft = mover == white ? go.whiteTime : go.blackTime,
                               .incrementSeconds = mover == white ? go.whiteIncrement : go.blackIncrement,
                               .movesToGo = go.movesToGo,
-                              .overheadMilliseconds = moveOverheadMilliseconds};
+                              .overheadMilliseconds = context.overheadMilliseconds};
     const bool byMoves = go.movesToGo != 0 || go.depth < 0;
     const TimeAllotment allotment = byMoves ? allotForMovesToGo(clock) : allotForGame(clock);
-    if (allotment.maxGoalPercent) hardLimitPercent = *allotment.maxGoalPercent;
-    searchState.hardLimit = hardLimitSeconds(clock, allotment, hardLimitPercent);
-    const double left = clock.secondsLeft.value_or(0.0);
-    if (byMoves) {
-        logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", left, clock.movesToGo,
-                 allotment.plannedSeconds);
-        // No line of the protocol: front ends skip it, people like to see it.
-        std::printf("goal: %8.3f   max_goal_perc: %8d \n", allotment.goalSeconds, hardLimitPercent);
-    } else {
-        logWrite("We have %8.1f seconds for the game.  %8.1f goal set\n", left, allotment.goalSeconds);
-    }
-    return allotment.goalSeconds;
+    plan.hardLimitPercent = allotment.maxGoalPercent.value_or(context.hardLimitPercent);
+    plan.limits.goalSeconds = allotment.goalSeconds;
+    plan.limits.hardSeconds = hardLimitSeconds(clock, allotment, plan.hardLimitPercent);
+    plan.share = {byMoves, clock.secondsLeft.value_or(0.0), allotment};
 }
 
-void answerUnplayable(const char* reason) {
+// The legal ones among the words.
+std::vector<Move> namedMoves(const Position& position, const std::vector<std::string>& words) {
+    Move legal[maxMoves];
+    const int count = legalMoves(position, legal);
+    std::vector<Move> named;
+    std::copy_if(legal, legal + count, std::back_inserter(named),
+                 [&](Move move) { return std::find(words.begin(), words.end(), moveText(move)) != words.end(); });
+    return named;
+}
+
+// Tells the log, and people who look at the dialogue, how much time there is.
+void tellTime(const GoParameters& go, const GoPlan& plan) {
+    if (plan.limits.fixedTime) logWrite("Time Left: %8.1f\n", go.moveTime);
+    if (!plan.share) return;
+    const auto& [byMovesToGo, secondsLeft, allotment] = *plan.share;
+    if (byMovesToGo) {
+        logWrite("We have %8.1f seconds to make %d moves = %8.1f goal\n", secondsLeft, go.movesToGo,
+                 allotment.plannedSeconds);
+        // No line of the protocol: front ends skip it.
+        std::printf("goal: %8.3f   max_goal_perc: %8d \n", allotment.goalSeconds, plan.hardLimitPercent);
+    } else {
+        logWrite("We have %8.1f seconds for the game.  %8.1f goal set\n", secondsLeft, allotment.goalSeconds);
+    }
+}
+
+void answerUnplayable(Search& search, const char* reason) {
     std::printf("info string cannot search this position: %s\n", reason);
-    if (searchState.pondering != 0) waitWhilePondering();
+    if (search.pondering) waitWhilePondering(search);
     const Move noLine[1] = {nullMove};
-    printBestMove(0, noLine);
+    search.reporter.searchEnds(search, noLine);
+}
+
+// Runs in the middle of the searches that are running.
+void runSearch(Session& session, const GoPlan& plan, const char* unplayable) {
+    Search search(session.tables, plan.limits, uciReporter());
+    search.poll = session.poll;
+    search.book = &session.book;
+    session.running.push_back(&search);
+    if (unplayable != nullptr) {
+        answerUnplayable(search, unplayable);
+    } else {
+        think(search, session.gameHistory.current());
+    }
+    session.running.pop_back();
 }
 
 } // namespace
@@ -88,39 +123,54 @@ GoParameters readGoParameters(const Words& words) {
             namingMoves = words.is(i, "searchmoves");
             keyword->read(go, keyword->hasValue ? words[++i] : "");
         } else if (namingMoves) {
-            go.searchMoves += words[i];
-            go.searchMoves += ' ';
+            go.searchMoves.emplace_back(words[i]);
         }
     }
     return go;
 }
 
-void goCommand(const Words& words) {
-    if (!SearchScope::mayBegin()) {
-        std::printf("info string go ignored: %d searches are running\n", SearchScope::maxNested + 1);
-        return;
-    }
-    const SearchScope scope;
-    const GoParameters go = readGoParameters(words);
-    searchState.pondering = go.ponder || go.infinite ? 1 : 0;
-    if (go.nodeLimit >= 0) nodeCounter.limit = static_cast<std::uint64_t>(go.nodeLimit);
-
-    const Position& position = gameHistory.current();
-    if (const char* reason = unplayableReason(position); reason != nullptr) {
-        answerUnplayable(reason);
-        return;
-    }
-    double allotted = noTimeGoalSeconds;
-    if (go.depth > 0 || go.infinite) {
-        // No time goal.
-    } else if (go.moveTime != 0.0) {
-        logWrite("Time Left: %8.1f\n", go.moveTime);
-        searchState.fixedMoveTime = go.moveTime;
-        allotted = go.moveTime;
+GoPlan planGo(const GoParameters& go, const GoContext& context) {
+    GoPlan plan;
+    plan.hardLimitPercent = context.hardLimitPercent;
+    SearchLimits& limits = plan.limits;
+    limits.ponder = isPondering(go);
+    limits.forget = context.deterministic;
+    limits.ranks = std::clamp(context.multiPv, 1, mostPvs);
+    limits.depth = go.depth;
+    if (go.nodeLimit >= 0) limits.nodes = static_cast<std::uint64_t>(go.nodeLimit);
+    if (!go.searchMoves.empty()) limits.searchMoves = namedMoves(context.position, go.searchMoves);
+    if (go.depth > 0 || go.infinite) return plan; // no time goal
+    if (go.moveTime != 0.0) {
+        limits.fixedTime = true;
+        limits.goalSeconds = limits.hardSeconds = go.moveTime;
     } else if (go.nodeLimit < 0) {
-        allotted = allotFromClock(go, position.sideToMove());
+        shareClock(plan, go, context);
     }
-    think(position, allotted, go.depth, go.searchMoves);
+    return plan;
+}
+
+void goCommand(Session& session, const Words& words) {
+    constexpr std::size_t mostRunning = 3;
+    if (session.running.size() >= mostRunning) {
+        std::printf("info string go ignored: %zu searches are running\n", mostRunning);
+        return;
+    }
+    const GoParameters go = readGoParameters(words);
+    const Position& position = session.gameHistory.current();
+    const char* const unplayable = unplayableReason(position);
+    GoPlan plan;
+    if (unplayable == nullptr) {
+        plan = planGo(go, {.position = position,
+                           .overheadMilliseconds = protocolSettings.moveOverheadMilliseconds,
+                           .multiPv = searchSettings.multiPv,
+                           .deterministic = searchSettings.deterministic != 0,
+                           .hardLimitPercent = session.hardLimitPercent});
+        session.hardLimitPercent = plan.hardLimitPercent;
+        tellTime(go, plan);
+    } else {
+        plan.limits.ponder = isPondering(go);
+    }
+    runSearch(session, plan, unplayable);
 }
 
 } // namespace helvan

@@ -1,54 +1,136 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/options.h"
 
+#include <algorithm>
 #include <cstdio>
 
+#include "board/move_text.h"
 #include "book/settings.h"
 #include "eval/parameters.h"
-#include "search/settings.h"
+#include "platform/log.h"
+#include "protocol/number_text.h"
+#include "protocol/session.h"
 
 namespace helvan {
 
-const SpinParam spinParams[] = {{"King Safety Aggressiveness", &kingSafetyAggressiveness, 0, 10},
-                                {"move overhead milliseconds", &moveOverheadMilliseconds, 0, 30000},
-                                {"Drawscore", &drawScore, -50, 50},
-                                {"", nullptr, 0, 0}};
-
-const CheckParam checkParams[] = {{"use lmr", &useLmr},
-                                  {"null move pruning", &nullMovePruning},
-                                  {"deterministic", &deterministic},
-                                  {"Best Line", &bestLineOnly},
-                                  {"", nullptr}};
-
-const TaperedParam taperedParams[] = {{"", nullptr, 0, 0}};
-
 namespace {
 
-const char* checkText(int value) { return value != 0 ? "true" : "false"; }
-
-void printTapered(const TaperedParam& param, const char* lane, int value) {
-    std::printf("option name %s %s type spin default %d min %d max %d\n", param.name, lane, value, param.min,
-                param.max);
+int numberOf(const Option& option) {
+    if (const Lane* lane = std::get_if<Lane>(&option.setting)) {
+        return lane->opening ? lane->pair->opening() : lane->pair->endgame();
+    }
+    return **std::get_if<int*>(&option.setting);
 }
+
+void setNumber(Session& /*session*/, const Option& option, const std::string& value) {
+    const int number = intFromText(value.c_str());
+    if (const Lane* lane = std::get_if<Lane>(&option.setting)) {
+        PackedScore& pair = *lane->pair;
+        pair = lane->opening ? packed(number, pair.endgame()) : packed(pair.opening(), number);
+    } else {
+        **std::get_if<int*>(&option.setting) = number;
+    }
+}
+
+// 1 for "true", whatever stands there instead is 0.
+void setFlag(const Option& option, const std::string& value) {
+    **std::get_if<int*>(&option.setting) = value == "true" ? 1 : 0;
+}
+
+// Of what the evaluation is built from.
+void setParameter(Session& session, const Option& option, const std::string& value) {
+    setNumber(session, option, value);
+    rebuildTables(session.tables);
+}
+
+void setSwitch(Session& session, const Option& option, const std::string& value) {
+    if (value == "true" || value == "false") {
+        setFlag(option, value);
+    } else {
+        std::printf("info string %s not recognized as checkbox argument\n", value.c_str());
+    }
+    rebuildTables(session.tables);
+}
+
+void setHash(Session& session, const Option& option, const std::string& value) {
+    setNumber(session, option, value);
+    const int megabytes = numberOf(option);
+    session.tables.transpositionTable.release();
+    if (megabytes > 0) {
+        session.tables.transpositionTable.allocate(megabytes);
+        session.tableIsNew = true;
+        std::printf("info string Hash table size is now %d meg\n", megabytes);
+    } else {
+        std::printf("info string Hash tables turned OFF\n");
+        logWrite("Hash tables turned off\n");
+    }
+}
+
+void setOwnBook(Session& session, const Option& option, const std::string& value) {
+    setFlag(option, value);
+    reopenBook(session.book);
+}
+
+void setPonder(Session& /*session*/, const Option& option, const std::string& value) {
+    setFlag(option, value);
+    logWrite("Ponder set to %d\n", numberOf(option));
+}
+
+// A name too long for the setting is cut; the answer shows what is left.
+void setBookFile(Session& session, const Option& /*option*/, const std::string& value) {
+    bookSettings.bookFileName[value.copy(bookSettings.bookFileName, bookFileCapacity - 1)] = '\0';
+    std::printf("info string book file is %s\n", bookSettings.bookFileName);
+    std::fflush(stdout);
+    reopenBook(session.book);
+}
+
+constexpr auto check = OptionType::check;
+constexpr auto spin = OptionType::spin;
+constexpr auto string = OptionType::string;
+
+const Option table[] = {
+    {"Ponder", check, &protocolSettings.ponderAllowed, 0, 1, setPonder, "true"},
+    {"Hash", spin, &searchSettings.hashMegabytes, 0, 4096, setHash},
+    {"OwnBook", check, &bookSettings.ownBook, 0, 1, setOwnBook},
+    {"MultiPV", spin, &searchSettings.multiPv, 1, mostPvs, setNumber},
+    {"Book File", string, bookSettings.bookFileName, 0, 0, setBookFile},
+    {"use lmr", check, &searchSettings.useLmr, 0, 1, setSwitch},
+    {"null move pruning", check, &searchSettings.nullMovePruning, 0, 1, setSwitch},
+    {"deterministic", check, &searchSettings.deterministic, 0, 1, setSwitch},
+    {"Best Line", check, &bookSettings.bestLineOnly, 0, 1, setSwitch},
+    {"King Safety Aggressiveness", spin, &evalParameters.kingSafetyAggressiveness, 0, 10, setParameter},
+    {"move overhead milliseconds", spin, &protocolSettings.moveOverheadMilliseconds, 0, 30000, setParameter},
+    {"Drawscore", spin, &searchSettings.drawScore, -50, 50, setParameter},
+};
 
 } // namespace
 
+std::span<const Option> options() { return table; }
+
+const Option* findOption(const std::string& loweredName) {
+    const auto* const found = std::find_if(std::begin(table), std::end(table), [&](const Option& option) {
+        return equalIgnoringCase(option.name, loweredName.c_str());
+    });
+    return found != std::end(table) ? found : nullptr;
+}
+
+std::string valueText(const Option& option) {
+    switch (option.type) {
+    case OptionType::check: return numberOf(option) != 0 ? "true" : "false";
+    case OptionType::spin: return std::to_string(numberOf(option));
+    case OptionType::string: break;
+    }
+    return *std::get_if<char*>(&option.setting);
+}
+
 void printOptions() {
-    std::printf("option name Ponder type check default true\n");
-    std::printf("option name Hash type spin default %d min 0 max 4096\n", hashMegabytes);
-    std::printf("option name OwnBook type check default %s\n", checkText(ownBook));
-    std::printf("option name MultiPV type spin default %d min 1 max 99\n", multiPv);
-    std::printf("option name Book File type string default %s\n", bookFileName);
-    for (const TaperedParam* param = taperedParams; param->name[0] != '\0'; ++param) {
-        printTapered(*param, "open", param->value->opening());
-        printTapered(*param, "end", param->value->endgame());
-    }
-    for (const CheckParam* param = checkParams; param->name[0] != '\0'; ++param) {
-        std::printf("option name %s type check default %s\n", param->name, checkText(*param->value));
-    }
-    for (const SpinParam* param = spinParams; param->name[0] != '\0'; ++param) {
-        std::printf("option name %s type spin default %d min %d max %d\n", param->name, *param->value, param->min,
-                    param->max);
+    constexpr const char* typeNames[] = {"check", "spin", "string"};
+    for (const Option& option : options()) {
+        const std::string shown = option.alwaysShown != nullptr ? option.alwaysShown : valueText(option);
+        std::printf("option name %s type %s default %s", option.name, typeNames[static_cast<int>(option.type)],
+                    shown.c_str());
+        if (option.type == OptionType::spin) std::printf(" min %d max %d", option.min, option.max);
+        std::printf("\n");
     }
 }
 

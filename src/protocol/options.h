@@ -1,45 +1,56 @@
 // SPDX-License-Identifier: MIT
 //
-// The options that a front end may set. Three tables pair a display name with the setting it stands for, which
-// lives with the subsystem that reads it: a further row is all that it takes to expose a further setting. Each
-// table ends with a row whose name is empty.
+// The options that a front end may set: one table, a row each, which is all that it takes to expose a further setting.
 #pragma once
+
+#include <span>
+#include <string>
+#include <variant>
 
 #include "board/packed_score.h"
 
 namespace helvan {
 
-inline constexpr int optionNameCapacity = 64; // terminator included
+struct Session;
 
-struct SpinParam {
-    char name[optionNameCapacity];
-    int* value;
-    int min; // the bounds are for the front end: values outside are taken as given
+enum class OptionType { check, spin, string };
+
+// One of the two values of a pair.
+struct Lane {
+    PackedScore* pair;
+    bool opening;
+};
+
+struct Option {
+    const char* name;
+    OptionType type;
+    // What the option stands for, in its subsystem: a number, 0 or 1 for checks; or a text.
+    std::variant<int*, Lane, char*> setting;
+    int min; // the bounds of a spin are for the front end: values outside are taken as given
     int max;
+    // Sets it and brings all else up to date. Allowed in the middle of a search.
+    void (*set)(Session& session, const Option& option, const std::string& value);
+    const char* alwaysShown = nullptr; // the default that is shown whatever the setting; null: the setting
 };
 
-struct CheckParam {
-    char name[optionNameCapacity];
-    int* value; // 0 or 1
-};
+// In the order in which they are shown.
+std::span<const Option> options();
 
-// An opening and an endgame value, shown as two options.
-struct TaperedParam {
-    char name[optionNameCapacity];
-    PackedScore* value;
-    int min;
-    int max;
-};
+// The option of that name in lower case, or null.
+const Option* findOption(const std::string& loweredName);
 
-extern const SpinParam spinParams[];
-extern const CheckParam checkParams[];
-extern const TaperedParam taperedParams[];
+// The setting as a front end writes it.
+std::string valueText(const Option& option);
+
+// Prints an "option" line for each option.
+void printOptions();
 
 // The protocol's own settings.
-inline int ponderAllowed = 1;             // the option "Ponder"
-inline int moveOverheadMilliseconds = 20; // the option "move overhead milliseconds"
+struct ProtocolSettings {
+    int ponderAllowed = 1;             // the option "Ponder"
+    int moveOverheadMilliseconds = 20; // the option "move overhead milliseconds"
+};
 
-// Prints an "option" line for each option. The defaults shown are the current values, but for Ponder.
-void printOptions();
+inline ProtocolSettings protocolSettings;
 
 } // namespace helvan

@@ -6,9 +6,8 @@
 
 #include "board/apply_move.h"
 #include "board/fen.h"
-#include "board/node_counter.h"
 #include "board/validity.h"
-#include "protocol/end_process.h"
+#include "platform/end_process.h"
 
 namespace helvan {
 
@@ -17,15 +16,17 @@ namespace {
 constexpr int firstFenWord = 2;
 constexpr int fenFields = 4; // placement, side to move, castling, en passant
 
-void setRoot(const char* fen) {
+// A position without a side to move ends the process.
+void setRoot(GameHistory& gameHistory, const char* fen) {
+    if (setupFromFen(gameHistory.positions[0], fen) != nullptr) {
+        std::fprintf(stderr, "Error in ctm for fen \"%.*s\"", fenCapacity - 1, fen);
+        endProcess(1);
+    }
     gameHistory.ply = 0;
-    setupFromFen(gameHistory.positions[0], fen);
     dropUnfoundedCastlingRights(gameHistory.positions[0]);
 }
 
-void applyMoves(const Words& words, int first) {
-    // The command may come in the middle of a search, whose nodes these moves are not.
-    const NodeCounter runningSearch = nodeCounter;
+void applyMoves(GameHistory& gameHistory, const Words& words, int first) {
     for (int i = first; i < words.count; ++i) {
         if (gameHistory.ply + 1 >= GameHistory::capacity) {
             std::printf("info string game longer than %d moves, the rest is ignored\n", GameHistory::capacity - 1);
@@ -38,17 +39,17 @@ void applyMoves(const Words& words, int first) {
         }
         ++gameHistory.ply;
     }
-    nodeCounter = runningSearch;
 }
 
 } // namespace
 
-void resetGame() { setRoot(startFen); }
+void resetGame(GameHistory& gameHistory) { setRoot(gameHistory, startFen); }
 
-void positionCommand(const Words& words) {
+void positionCommand(Session& session, const Words& words) {
+    GameHistory& gameHistory = session.gameHistory;
     int next = firstFenWord;
     if (words.is(1, "startpos")) {
-        resetGame();
+        resetGame(gameHistory);
     } else if (words.is(1, "fen")) {
         int fields = 0;
         while (fields < fenFields && next + fields < words.count && !words.is(next + fields, "moves")) ++fields;
@@ -61,13 +62,13 @@ void positionCommand(const Words& words) {
             if (!fen.empty()) fen += ' ';
             fen += words[next];
         }
-        setRoot(fen.c_str());
+        setRoot(gameHistory, fen.c_str());
         while (next < words.count && !words.is(next, "moves")) ++next; // over the two counters
     } else {
         std::fprintf(stderr, "Error here!\n");
         endProcess(1);
     }
-    if (words.is(next, "moves")) applyMoves(words, next + 1);
+    if (words.is(next, "moves")) applyMoves(gameHistory, words, next + 1);
 }
 
 } // namespace helvan

@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/set_option.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <string_view>
 
-#include "book/book.h"
-#include "book/settings.h"
-#include "protocol/log.h"
-#include "protocol/number_text.h"
+#include "platform/log.h"
 #include "protocol/options.h"
-#include "search/rebuild.h"
-#include "search/settings.h"
-#include "search/transposition_table.h"
 
 namespace helvan {
 
@@ -27,97 +20,6 @@ std::string lowered(std::string text) {
 void appendWord(std::string& text, std::string_view word) {
     if (!text.empty()) text += ' ';
     text += word;
-}
-
-bool setTapered(const OptionRequest& request) {
-    for (const TaperedParam* param = taperedParams; param->name[0] != '\0'; ++param) {
-        const bool open = request.name == lowered(param->name) + " open";
-        if (!open && request.name != lowered(param->name) + " end") continue;
-        const int value = intFromText(request.value.c_str());
-        *param->value = open ? packed(value, param->value->endgame()) : packed(param->value->opening(), value);
-        rebuildTables();
-        return true;
-    }
-    return false;
-}
-
-bool setSpin(const OptionRequest& request) {
-    for (const SpinParam* param = spinParams; param->name[0] != '\0'; ++param) {
-        if (request.name != lowered(param->name)) continue;
-        *param->value = intFromText(request.value.c_str());
-        rebuildTables();
-        return true;
-    }
-    return false;
-}
-
-bool setCheck(const OptionRequest& request) {
-    for (const CheckParam* param = checkParams; param->name[0] != '\0'; ++param) {
-        if (request.name != lowered(param->name)) continue;
-        if (request.value == "true") {
-            *param->value = 1;
-        } else if (request.value == "false") {
-            *param->value = 0;
-        } else {
-            std::printf("info string %s not recognized as checkbox argument\n", request.value.c_str());
-        }
-        rebuildTables();
-        return true;
-    }
-    return false;
-}
-
-void setHash(const std::string& value) {
-    hashMegabytes = intFromText(value.c_str());
-    transpositionTable.release();
-    if (hashMegabytes > 0) {
-        transpositionTable.allocate(hashMegabytes);
-        std::printf("info string Hash table size is now %d meg\n", hashMegabytes);
-    } else {
-        std::printf("info string Hash tables turned OFF\n");
-        logWrite("Hash tables turned off\n");
-    }
-}
-
-void setMultiPv(const std::string& value) { multiPv = intFromText(value.c_str()); }
-
-void setOwnBook(const std::string& value) {
-    ownBook = value == "true" ? 1 : 0;
-    reopenBook();
-}
-
-void setPonder(const std::string& value) {
-    ponderAllowed = value == "true" ? 1 : 0;
-    logWrite("Ponder set to %d\n", ponderAllowed);
-}
-
-// A name too long for the setting is cut; the answer shows what is left.
-void setBookFile(const std::string& value) {
-    bookFileName[value.copy(bookFileName, bookFileCapacity - 1)] = '\0';
-    std::printf("info string book file is %s\n", bookFileName);
-    std::fflush(stdout);
-    reopenBook();
-}
-
-// The options that no table lists, by their names in lower case.
-struct FixedOption {
-    const char* name;
-    void (*set)(const std::string& value);
-};
-
-constexpr FixedOption fixedOptions[] = {{"hash", setHash},
-                                        {"multipv", setMultiPv},
-                                        {"ownbook", setOwnBook},
-                                        {"ponder", setPonder},
-                                        {"book file", setBookFile}};
-
-bool setFixed(const OptionRequest& request) {
-    for (const FixedOption& option : fixedOptions) {
-        if (request.name != option.name) continue;
-        option.set(request.value);
-        return true;
-    }
-    return false;
 }
 
 void answerUnknown(const OptionRequest& request) {
@@ -146,10 +48,14 @@ OptionRequest readOptionRequest(const Words& words) {
     return {lowered(request.name), lowered(request.value)};
 }
 
-void setOptionCommand(const Words& words) {
+void setOptionCommand(Session& session, const Words& words) {
     const OptionRequest request = readOptionRequest(words);
-    const bool known = setTapered(request) || setSpin(request) || setCheck(request) || setFixed(request);
-    if (!known) answerUnknown(request);
+    const Option* const option = findOption(request.name);
+    if (option != nullptr) {
+        option->set(session, *option, request.value);
+    } else {
+        answerUnknown(request);
+    }
     std::fflush(stdout);
 }
 

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "protocol/session.h"
 #include "protocol/words.h"
 
 namespace helvan {
@@ -19,6 +20,6 @@ OptionRequest readOptionRequest(const Words& words);
 
 // Sets the option and builds anew what depends on it. Numbers are taken as given, beyond the bounds shown, and
 // are 0 where there is none. Allowed in the middle of a search.
-void setOptionCommand(const Words& words);
+void setOptionCommand(Session& session, const Words& words);
 
 } // namespace helvan

@@ -5,6 +5,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+
+#include "protocol/session.h"
 
 namespace helvan {
 
@@ -20,9 +23,9 @@ constexpr std::uint32_t commandHash(const char* word) {
 }
 
 // Handles the oldest waiting line and answers whether there was one. Unknown commands are ignored without an answer.
-bool pollCommand();
+bool pollCommand(Session& session);
 
 // Handles one line as pollCommand does.
-void handleLine(const char* line);
+void handleLine(Session& session, std::string line);
 
 } // namespace helvan

@@ -3,8 +3,9 @@
 // A command line cut into words.
 #pragma once
 
-#include <cstdio>
 #include <cstring>
+#include <string>
+#include <utility>
 
 #include "board/move_text.h"
 #include "protocol/command_queue.h"
@@ -12,10 +13,10 @@
 namespace helvan {
 
 struct Words {
-    // Cuts a copy of the line, which is cut to lineCapacity - 1 characters.
-    explicit Words(const char* line) {
-        std::snprintf(text, lineCapacity, "%s", line);
-        count = splitWords(text, words);
+    // Cuts the line in place, the first lineCapacity - 1 characters of it.
+    explicit Words(std::string line) : text(std::move(line)) {
+        if (text.size() >= lineCapacity) text.resize(lineCapacity - 1);
+        count = splitWords(text.data(), words);
     }
     Words(const Words&) = delete;
     Words& operator=(const Words&) = delete;
@@ -27,7 +28,7 @@ struct Words {
     int count = 0;
 
 private:
-    char text[lineCapacity];
+    std::string text;
     char* words[lineCapacity / 2];
 };
 

@@ -55,7 +55,7 @@ bool recognisedDraw(const Position& position, int ply) {
 
 int usedDrawScore() {
     constexpr int farthest = 30000;
-    return std::clamp(drawScore, -farthest, farthest);
+    return std::clamp(searchSettings.drawScore, -farthest, farthest);
 }
 
 } // namespace helvan

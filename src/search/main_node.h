@@ -8,7 +8,6 @@
 
 #include "board/checks.h"
 #include "board/move_picker.h"
-#include "search/limits.h"
 #include "search/node.h"
 #include "search/ordering.h"
 #include "search/reductions.h"
@@ -18,9 +17,10 @@ namespace helvan {
 
 // A node of the main search while its moves are searched.
 struct MainNode {
-    MainNode(Position& at, int halfPlies, int fromRoot)
-        : position(at), depth(halfPlies), ply(fromRoot), inCheck(at.inCheck != 0) {}
+    MainNode(Search& of, Position& at, int halfPlies, int fromRoot)
+        : search(of), position(at), depth(halfPlies), ply(fromRoot), inCheck(at.inCheck != 0) {}
 
+    Search& search;
     Position& position;
     int depth; // half-plies
     int ply;
@@ -52,19 +52,19 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
     return {node.position,
             kind,
             node.hashMove,
-            killerPrimary[node.ply],
-            killerSecondary[node.ply],
-            quietOrderOf(node.position)};
+            node.search.killers.killerPrimary[node.ply],
+            node.search.killers.killerSecondary[node.ply],
+            quietOrderOf(node.search.tables.moveHistory, node.position)};
 }
 
 // Whether a side in check has just one legal move; three are counted at most. Kept out of its callers, whose stack
 // frames recurse.
-[[gnu::noinline]] inline bool hasSingleReply(const Position& position) {
+[[gnu::noinline]] inline bool hasSingleReply(Search& search, const Position& position) {
     MovePicker picker(position, PickerKind::evasions);
     Position child;
     int replies = 0;
     for (Move move = nextMove(picker); move > 0 && replies < 3; move = nextMove(picker)) {
-        makeMove(position, child, move);
+        makeMove(search, position, child, move);
         if (!moverLeftInCheck(child)) ++replies;
     }
     return replies == 1;
@@ -72,8 +72,8 @@ inline MovePicker openPicker(const MainNode& node, PickerKind kind) {
 
 // What is looked up once before the node's moves are searched.
 inline void prepareMoves(MainNode& node) {
-    node.counter = counterMoveOf(node.position);
-    node.singleReply = node.inCheck && node.depth / 2 >= singleReplyPlies && hasSingleReply(node.position);
+    node.counter = counterMoveOf(node.search.tables.moveHistory, node.position);
+    node.singleReply = node.inCheck && node.depth / 2 >= singleReplyPlies && hasSingleReply(node.search, node.position);
 }
 
 // One move of a node.
@@ -90,7 +90,8 @@ struct MoveState {
 };
 
 inline bool isKiller(const MainNode& node, Move move) {
-    return move == killerPrimary[node.ply] || move == killerSecondary[node.ply];
+    const Killers& killers = node.search.killers;
+    return move == killers.killerPrimary[node.ply] || move == killers.killerSecondary[node.ply];
 }
 
 inline MoveState stateOf(const MainNode& node, const Position& child, Move move) {
@@ -108,8 +109,8 @@ inline MoveState stateOf(const MainNode& node, const Position& child, Move move)
 // Makes the node's next move and looks at what it is; false where it leaves the mover's king attacked.
 inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& state) {
     if (!node.lines) node.lines.emplace(node.position, node.inCheck);
-    makeMove(node.position, child, move);
-    transpositionTable.prefetch(child.key);
+    makeMove(node.search, node.position, child, move);
+    node.search.tables.transpositionTable.prefetch(child.key);
     if (node.lines->leavesInCheck(child)) return false;
     child.inCheck = static_cast<std::uint16_t>(node.lines->givesCheck(node.position, move));
     ++node.moveNumber;
@@ -167,7 +168,8 @@ inline int scoreWithoutMoves(const MainNode& node) { return node.inCheck ? mated
 
 // Notes a cut-off by a quiet move for the ordering of others.
 inline void noteQuietCutoff(const MainNode& node) {
-    noteCutoff(node.position, node.ply, node.depth, node.bestMove, node.quiets, node.quietCount);
+    noteKiller(node.search.killers, node.ply, node.bestMove);
+    noteSuccess(node.search.tables.moveHistory, node.position, node.depth, node.bestMove, node.quiets, node.quietCount);
 }
 
 } // namespace helvan

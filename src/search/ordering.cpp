@@ -9,9 +9,10 @@ namespace helvan {
 
 namespace {
 
-CounterMove& counterSlot(const Position& position) {
+// Of the answer to the position's last move.
+int counterSlot(const Position& position) {
     const int mover = position.movedPiece + boardsPerColour * position.sideToMove();
-    return counterMove[mover * 4096 + (position.lastMove & 4095)];
+    return mover * 4096 + (position.lastMove & 4095);
 }
 
 // Steps are shares of the way to the end of the range, larger for deeper searches.
@@ -29,12 +30,7 @@ int counterOf(const Position& position, Move move) {
 }
 int rowBehind(const Position& position) { return position.movedPiece * 64 + moveTo(position.lastMove); }
 
-std::int16_t* repliesIn(const Position& position) { return replyHistory[position.sideToMove()][rowBehind(position)]; }
-
-std::int16_t* followUpsIn(const Position& position) {
-    const int row = position.prev == nullptr ? 0 : rowBehind(*position.prev);
-    return followUpHistory[position.sideToMove()][row];
-}
+int rowBeforeLast(const Position& position) { return position.prev == nullptr ? 0 : rowBehind(*position.prev); }
 
 void raise(std::int16_t& sequel, int step) {
     sequel = static_cast<std::int16_t>(sequel + (largestSequel - sequel) * step / historySteps);
@@ -45,35 +41,32 @@ void lower(std::int16_t& sequel, int step) {
 
 } // namespace
 
-void clearKillers() {
-    killerPrimary.fill(nullMove);
-    killerSecondary.fill(nullMove);
+void clearMoveHistory(MoveHistory& history) { std::memset(&history, 0, sizeof history); }
+
+QuietOrder quietOrderOf(const MoveHistory& moveHistory, const Position& position) {
+    const Colour us = position.sideToMove();
+    return {moveHistory.history[us], moveHistory.replyHistory[us][rowBehind(position)],
+            moveHistory.followUpHistory[us][rowBeforeLast(position)]};
 }
 
-void clearCounterMoves() { counterMove.fill({}); }
-
-void clearHistory() {
-    std::memset(history, 0, sizeof history);
-    std::memset(replyHistory, 0, sizeof replyHistory);
-    std::memset(followUpHistory, 0, sizeof followUpHistory);
+Move counterMoveOf(const MoveHistory& moveHistory, const Position& position) {
+    return moveHistory.counterMove[counterSlot(position)].move;
 }
 
-QuietOrder quietOrderOf(const Position& position) {
-    return {history[position.sideToMove()], repliesIn(position), followUpsIn(position)};
+void noteKiller(Killers& killers, int ply, Move move) {
+    if (killers.killerPrimary[ply] == move) return;
+    killers.killerSecondary[ply] = killers.killerPrimary[ply];
+    killers.killerPrimary[ply] = move;
 }
 
-Move counterMoveOf(const Position& position) { return counterSlot(position).move; }
-
-void noteCutoff(const Position& position, int ply, int depth, Move move, const Move* triedBefore, int triedCount) {
-    counterSlot(position) = {position.movedPiece, move};
-    if (killerPrimary[ply] != move) {
-        killerSecondary[ply] = killerPrimary[ply];
-        killerPrimary[ply] = move;
-    }
+void noteSuccess(MoveHistory& moveHistory, const Position& position, int depth, Move move, const Move* triedBefore,
+                 int triedCount) {
+    const Colour us = position.sideToMove();
+    moveHistory.counterMove[counterSlot(position)] = {position.movedPiece, move};
     const int step = stepOf(depth);
-    std::int32_t* const successes = history[position.sideToMove()];
-    std::int16_t* const replies = repliesIn(position);
-    std::int16_t* const followUps = followUpsIn(position);
+    std::int32_t* const successes = moveHistory.history[us];
+    std::int16_t* const replies = moveHistory.replyHistory[us][rowBehind(position)];
+    std::int16_t* const followUps = moveHistory.followUpHistory[us][rowBeforeLast(position)];
     const int best = counterOf(position, move);
     successes[best] += (largestHistory - successes[best]) * step / historySteps;
     raise(replies[best], step);

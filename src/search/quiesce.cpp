@@ -3,7 +3,6 @@
 
 #include "board/move_picker.h"
 #include "eval/tables.h"
-#include "search/limits.h"
 #include "search/node.h"
 
 namespace helvan {
@@ -11,6 +10,7 @@ namespace helvan {
 namespace {
 
 struct QuiescenceNode {
+    Search& search;
     Position& position;
     int alpha;
     int beta;
@@ -75,7 +75,7 @@ void searchMoves(QuiescenceNode& node, Move hashMove) {
     Move line[2];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
         if (skippedBeforeMake(node, move)) continue;
-        if (!makeLegalMove(node.position, child, move)) continue;
+        if (!makeLegalMove(node.search, node.position, child, move)) continue;
         ++node.counted;
         const bool drawn = drawnByRule(child);
         int score = 0;
@@ -86,8 +86,8 @@ void searchMoves(QuiescenceNode& node, Move hashMove) {
                 !isTactical(node.position, move)) {
                 continue;
             }
-            score = -quiesce(child, -node.beta, -node.alpha, node.depth - 2, node.ply + 1, line);
-            if (nodeCounter.stopSearch != 0) return;
+            score = -quiesce(node.search, child, -node.beta, -node.alpha, node.depth - 2, node.ply + 1, line);
+            if (node.search.stopSearch) return;
         }
         if (takeScore(node, score, move, drawn)) return;
     }
@@ -97,25 +97,25 @@ void storeQuiescence(const QuiescenceNode& node) {
     constexpr int horizonDepth = 0, deeperDepth = -2; // in the table
     if (!node.zeroWindow || node.bestIsRepetition) return;
     const bool failsHigh = node.best >= node.beta;
-    transpositionTable.store(node.position.key, node.depth < 0 ? deeperDepth : horizonDepth,
-                             scoreToTable(node.best, node.ply), failsHigh ? lowerBound : upperBound,
-                             failsHigh ? node.bestMove : nullMove, 0);
+    node.search.tables.transpositionTable.store(node.position.key, node.depth < 0 ? deeperDepth : horizonDepth,
+                                                scoreToTable(node.best, node.ply), failsHigh ? lowerBound : upperBound,
+                                                failsHigh ? node.bestMove : nullMove, 0);
 }
 
 } // namespace
 
-int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int ply, Move* pvOut) {
+int quiesce(Search& search, Position& position, int alpha, int beta, int quiescenceDepth, int ply, Move* pvOut) {
     pvOut[0] = nullMove;
-    if (searchMustStop()) return 0;
+    if (searchMustStop(search)) return 0;
     if (recognisedDraw(position, ply)) return drawScoreAt(ply);
-    if (ply >= maxPly) return evaluate(position);
-    QuiescenceNode node{position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
+    if (ply >= maxPly) return evaluate(position, search.tables.evalCaches);
+    QuiescenceNode node{search, position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
 
     // Before the table is looked into: its entry is on the way.
-    const int ownEval = position.inCheck == 0 ? evaluateNode(position) : 0;
+    const int ownEval = position.inCheck == 0 ? evaluateNode(search, position) : 0;
     TableHit hit;
     if (quiescenceDepth >= deepestProbe) {
-        hit = probeTable(position);
+        hit = probeTable(search, position);
         if (node.zeroWindow && quiescenceDepth <= hit.depth && hit.settles(beta)) return scoreFromTable(hit.score, ply);
     }
     if (position.inCheck == 0) {
@@ -127,7 +127,7 @@ int quiesce(Position& position, int alpha, int beta, int quiescenceDepth, int pl
     }
     node.kind = kindOfMoves(node);
     searchMoves(node, hit.move);
-    if (nodeCounter.stopSearch != 0) return 0;
+    if (node.search.stopSearch) return 0;
     if (node.counted == 0 && position.inCheck != 0) return matedScore(ply);
     storeQuiescence(node);
     if (node.bestMove != nullMove) {

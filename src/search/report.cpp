@@ -8,10 +8,8 @@
 
 #include "board/bits.h"
 #include "board/move_text.h"
-#include "eval/pawn_table.h"
-#include "protocol/log.h"
-#include "search/limits.h"
-#include "search/settings.h"
+#include "platform/log.h"
+#include "search/stopping.h"
 
 namespace helvan {
 
@@ -23,13 +21,7 @@ int milliseconds(double seconds) {
 }
 
 // Of the search, fit to be divided by.
-double elapsedSeconds() { return std::max(searchSeconds(), shortestSeconds); }
-
-std::string moveText(Move move) {
-    char text[moveTextSize];
-    moveToText(move, text);
-    return text;
-}
+double elapsedSeconds(const Search& search) { return std::max(searchSeconds(search), shortestSeconds); }
 
 } // namespace
 
@@ -49,6 +41,22 @@ std::string pvText(const Move* pv) {
     return text;
 }
 
+int searchMilliseconds(const Search& search) { return milliseconds(std::max(searchSeconds(search), 0.0)); }
+
+void logTableHead() {
+    logWrite("DEPTH      TIME         NODES      KNPS    SCORE   PRINCIPAL VARIATION\n");
+    logWrite("-----  --------  ------------  --------  -------   -------------------------------------------------\n");
+}
+
+void logTableRow(const Search& search, int depth, int score, const Move* pv) {
+    if (!logIsOpen()) return;
+    const double elapsed = elapsedSeconds(search);
+    logWrite("%5d  %8.1f  %12" PRIu64 "  %8.1f  %7.2f   %s\n", depth, elapsed, search.nodes,
+             static_cast<double>(search.nodes) / 1000 / elapsed, score / 100.0, pvText(pv).c_str());
+}
+
+namespace {
+
 void printIterationStart(int depth) { std::printf("info depth %d\n", depth); }
 
 void printCurrentMove(Move move, int number) {
@@ -56,47 +64,35 @@ void printCurrentMove(Move move, int number) {
     std::fflush(stdout);
 }
 
-void printLine(int depth, int score, const Move* pv) {
-    const double elapsed = elapsedSeconds();
+void printLine(const Search& search, int depth, int score, const Move* pv) {
+    const double elapsed = elapsedSeconds(search);
     std::printf("info depth %d ", depth);
     std::printf("time %d ", milliseconds(elapsed));
-    std::printf("nodes %" PRIu64 " ", nodeCounter.count);
+    std::printf("nodes %" PRIu64 " ", search.nodes);
     std::printf("score %s ", scoreText(score).c_str());
-    std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(nodeCounter.count) / elapsed));
+    std::printf("nps %" PRIu64 " ", static_cast<std::uint64_t>(static_cast<double>(search.nodes) / elapsed));
     std::printf("pv %s\n", pvText(pv).c_str());
     std::fflush(stdout);
 }
 
-void printRank(int rank, int depth, int score, int millisecondsThen, std::uint64_t nodes, const Move* pv) {
-    const double seconds = millisecondsThen / 1000.0 + shortestSeconds;
-    std::printf("info multipv %d score cp %d depth %d time %d nodes %" PRIu64 " nps %" PRIu64 " pv %s\n", rank, score,
-                depth, millisecondsThen, nodes, static_cast<std::uint64_t>(static_cast<double>(nodes) / seconds),
-                pvText(pv).c_str());
+void printRank(int rank, int depth, const PvLine& line) {
+    const double seconds = line.milliseconds / 1000.0 + shortestSeconds;
+    std::printf("info multipv %d score cp %d depth %d time %d nodes %" PRIu64 " nps %" PRIu64 " pv %s\n", rank,
+                line.score, depth, line.milliseconds, line.nodes,
+                static_cast<std::uint64_t>(static_cast<double>(line.nodes) / seconds), pvText(line.pv).c_str());
     std::fflush(stdout);
 }
 
-int searchMilliseconds() { return milliseconds(std::max(searchSeconds(), 0.0)); }
-
-void logTableHead() {
-    logWrite("DEPTH      TIME         NODES      KNPS    SCORE   PRINCIPAL VARIATION\n");
-    logWrite("-----  --------  ------------  --------  -------   -------------------------------------------------\n");
-}
-
-void logTableRow(int depth, int score, const Move* pv) {
-    if (!logIsOpen()) return;
-    const double elapsed = elapsedSeconds();
-    logWrite("%5d  %8.1f  %12" PRIu64 "  %8.1f  %7.2f   %s\n", depth, elapsed, nodeCounter.count,
-             static_cast<double>(nodeCounter.count) / 1000 / elapsed, score / 100.0, pvText(pv).c_str());
-}
-
-void logEtableStatistics() {
+void logEtableStatistics(const EvalCaches& caches) {
     if (!logIsOpen()) return;
     const double share =
-        static_cast<double>(etableHits) / static_cast<double>(std::max<std::uint64_t>(etableProbes, 1));
-    logWrite("\nEtable statistics: %12" PRIu64 " hits  %12" PRIu64 " probes   Rate = %8.3f percent\n", etableHits,
-             etableProbes, 100.0 * share);
+        static_cast<double>(caches.etableHits) / static_cast<double>(std::max<std::uint64_t>(caches.etableProbes, 1));
+    logWrite("\nEtable statistics: %12" PRIu64 " hits  %12" PRIu64 " probes   Rate = %8.3f percent\n",
+             caches.etableHits, caches.etableProbes, 100.0 * share);
 }
 
+// "info nodes" and "bestmove" with its ponder move, if the line has a second move; "ZZZZ" stands for the move
+// of an empty line. Copies go to the log, that of "info nodes" only with a ponder move, deliberately.
 void printBestMove(std::uint64_t nodes, const Move* pv) {
     const std::string best = pv[0] == nullMove ? "ZZZZ" : moveText(pv[0]);
     const bool ponders = pv[0] != nullMove && pv[1] != nullMove;
@@ -111,6 +107,28 @@ void printBestMove(std::uint64_t nodes, const Move* pv) {
         std::printf("bestmove %s\n", best.c_str());
     }
     std::fflush(stdout);
+}
+
+} // namespace
+
+Reporter uciReporter() {
+    return {.iterationBegins = printIterationStart,
+            .moveBegins = printCurrentMove,
+            .lineFound = printLine,
+            .rankFound = printRank,
+            .iterationEnds = printLine,
+            .searchEnds = [](const Search& search, const Move* pv) {
+                logEtableStatistics(search.tables.evalCaches);
+                printBestMove(search.nodes, pv);
+            }};
+}
+
+Reporter recordingReporter(std::vector<IterationRecord>& records) {
+    Reporter reporter;
+    reporter.iterationEnds = [&records](const Search& search, int /*depth*/, int score, const Move* pv) {
+        records.push_back({elapsedSeconds(search), search.nodes, score, pv[0]});
+    };
+    return reporter;
 }
 
 } // namespace helvan

@@ -3,12 +3,9 @@
 
 #include <algorithm>
 
-#include "board/move_text.h"
 #include "eval/tables.h"
-#include "search/limits.h"
 #include "search/node.h"
 #include "search/pv.h"
-#include "search/report.h"
 #include "search/scout.h"
 
 namespace helvan {
@@ -16,12 +13,12 @@ namespace helvan {
 namespace {
 
 struct RootNode {
+    Search& search;
     RootMoves& moves;
     Position& position;
     int depth; // half-plies
     int alpha;
     int beta;
-    bool reportsMoves;
     int best = -infiniteScore;
     int bestIndex = -1;
     int moveNumber = 0;
@@ -49,17 +46,17 @@ void sortByOrderScore(RootMoves& moves) {
                      [](const RootMove& a, const RootMove& b) { return a.orderScore > b.orderScore; });
 }
 
-void makeRootMoves(RootMoves& rootMoves, const Position& position) {
+void makeRootMoves(Search& search, RootMoves& rootMoves, const Position& position) {
     Move moves[maxMoves];
     const int count = allMoves(position, moves);
     rootMoves.count = 0;
     for (int i = 0; i < count; ++i) {
         Position child;
-        if (!makeLegalMove(position, child, moves[i])) continue;
+        if (!makeLegalMove(search, position, child, moves[i])) continue;
         rootMoves.list[rootMoves.count++] = {moves[i], orderScoreOf(position, child, moves[i]), 0};
     }
     sortByOrderScore(rootMoves);
-    nodeCounter.count = 0;
+    search.nodes = 0;
 }
 
 // Looks at the move, which has been made, and gives it its depth.
@@ -87,70 +84,80 @@ RootMoveState classifyMove(RootNode& node, const Position& child, Move move) {
 
 bool isReduced(const RootNode& node, const RootMoveState& state) {
     constexpr int firstReduced = 3, shallowest = 8;
-    return useLmr != 0 && !node.interesting && node.moveNumber >= firstReduced && node.depth >= shallowest &&
-           state.quiet && !state.givesCheck && node.position.inCheck == 0 && node.best >= certainlyLost;
+    return searchSettings.useLmr != 0 && !node.interesting && node.moveNumber >= firstReduced &&
+           node.depth >= shallowest && state.quiet && !state.givesCheck && node.position.inCheck == 0 &&
+           node.best >= certainlyLost;
 }
 
 int searchRootMove(RootNode& node, Position& child, const RootMoveState& state, Move* line) {
     if (node.moveNumber > 1) {
         const bool reduced = isReduced(node, state);
-        const int score = -searchScout(child, -node.alpha, reduced ? node.depth - 4 : state.depth, 1, line);
-        if (nodeCounter.stopSearch != 0 || score <= node.alpha) return score;
+        const int score =
+            -searchScout(node.search, child, -node.alpha, reduced ? node.depth - 4 : state.depth, 1, line);
+        if (node.search.stopSearch || score <= node.alpha) return score;
     }
-    return -searchPv(child, -node.beta, -node.alpha, state.depth, 1, line);
+    return -searchPv(node.search, child, -node.beta, -node.alpha, state.depth, 1, line);
 }
 
 void moveToFront(RootMoves& moves, int index) { std::rotate(moves.list, moves.list + index, moves.list + index + 1); }
 
-} // namespace
-
-bool isNamed(const std::string& words, Move move) {
-    if (words.find_first_not_of(' ') == std::string::npos) return true;
-    char text[moveTextSize];
-    moveToText(move, text);
-    return (' ' + words + ' ').find(' ' + std::string(text) + ' ') != std::string::npos;
+bool isWanted(const RootSearch& root, Move move) {
+    return std::find(root.wanted.begin(), root.wanted.end(), move) != root.wanted.end();
 }
 
-int searchRoot(RootSearch& search, Position& position, int depth, int alpha, int beta, Move* pvOut,
-               const std::string& moveWords, NodeShares& shares) {
-    constexpr int firstReportedMoves = 6, firstReportedLines = 5; // iterations
+// Where several lines are asked for, none is shown before the iteration ends.
+bool showsMoves(const Search& search, int iteration) {
+    constexpr int firstShown = 6; // iterations
     constexpr double quietSeconds = 0.25;
-    pvOut[0] = nullMove;
-    if (searchMustStop()) return 0;
-    position.pvPly = position.extensionCarry = position.horizonMark = 0;
-    const int iteration = depth / 2;
-    RootMoves& rootMoves = search.moves;
-    if (iteration == 1) makeRootMoves(rootMoves, position);
-    if (rootMoves.count == 0) return position.inCheck != 0 ? matedScore(0) : 0;
+    return search.limits.ranks == 1 && iteration >= firstShown && searchSeconds(search) > quietSeconds;
+}
 
-    const bool singleLine = testMode == 0 && search.ranks == 1;
-    RootNode node{rootMoves, position, depth,
-                  alpha,     beta,     singleLine && iteration >= firstReportedMoves && searchSeconds() > quietSeconds};
-    for (int i = 0; i < rootMoves.count; ++i) {
-        RootMove& root = rootMoves.list[i];
+bool showsLines(const Search& search, int iteration) {
+    constexpr int firstShown = 5; // iterations
+    return search.limits.ranks == 1 && iteration >= firstShown;
+}
+
+void addShares(NodeShares& shares, const RootMoves& moves) {
+    shares.best += moves.list[0].nodes;
+    for (int i = 1; i < moves.count; ++i) shares.others += moves.list[i].nodes;
+}
+
+} // namespace
+
+int searchRoot(Search& search, RootSearch& root, int iteration, Window window) {
+    Position& position = root.position;
+    root.pv[0] = nullMove;
+    if (searchMustStop(search)) return 0;
+    position.pvPly = position.extensionCarry = position.horizonMark = 0;
+    if (iteration == 1) makeRootMoves(search, root.moves, position);
+    if (root.moves.count == 0) return position.inCheck != 0 ? matedScore(0) : 0;
+
+    const bool moveShown = showsMoves(search, iteration);
+    RootNode node{search, root.moves, position, 2 * iteration, window.alpha, window.beta};
+    for (int i = 0; i < root.moves.count; ++i) {
+        RootMove& move = root.moves.list[i];
         Position child;
-        if (!makeLegalMove(position, child, root.move) || !isNamed(moveWords, root.move)) continue;
-        const std::uint64_t nodesBefore = nodeCounter.count;
+        if (!makeLegalMove(search, position, child, move.move) || !isWanted(root, move.move)) continue;
+        const std::uint64_t nodesBefore = search.nodes;
         ++node.moveNumber;
-        if (node.reportsMoves) printCurrentMove(root.move, node.moveNumber);
-        const RootMoveState state = classifyMove(node, child, root.move);
+        if (moveShown) search.reporter.moveBegins(move.move, node.moveNumber);
+        const RootMoveState state = classifyMove(node, child, move.move);
         Move line[pvCapacity];
         line[0] = nullMove;
         const int score = searchRootMove(node, child, state, line);
-        if (nodeCounter.stopSearch != 0) return 0;
-        root.nodes = nodeCounter.count - nodesBefore;
+        if (search.stopSearch) return 0;
+        move.nodes = search.nodes - nodesBefore;
         if (score <= node.best) continue;
         node.best = score;
         node.bestIndex = i;
-        joinPv(pvOut, root.move, line);
-        if (singleLine && iteration >= firstReportedLines) printLine(iteration, score, pvOut);
-        if (score >= beta) break;
+        joinPv(root.pv, move.move, line);
+        if (showsLines(search, iteration)) search.reporter.lineFound(search, iteration, score, root.pv);
+        if (score >= node.beta) break;
         node.alpha = maximum(node.alpha, score);
     }
     if (node.bestIndex < 0) return node.best;
-    moveToFront(rootMoves, node.bestIndex);
-    shares.best += rootMoves.list[0].nodes;
-    for (int i = 1; i < rootMoves.count; ++i) shares.others += rootMoves.list[i].nodes;
+    moveToFront(root.moves, node.bestIndex);
+    addShares(root.shares, root.moves);
     return node.best;
 }
 

@@ -4,10 +4,10 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <vector>
 
 #include "board/moves.h"
-#include "board/position.h"
+#include "search/search.h"
 
 namespace helvan {
 
@@ -29,21 +29,27 @@ struct NodeShares {
     std::uint64_t others = 0;
 };
 
-// What one search keeps from call to call of searchRoot.
-struct RootSearch {
-    RootMoves moves;
-    int ranks = 1; // lines asked for: with several, none is printed before the iteration ends
+struct Window {
+    int alpha;
+    int beta;
+
+    int width() const { return beta - alpha; }
 };
 
-// Searches the root for the iteration depth / 2 (half-plies, even) in the window (alpha, beta) and answers the score
-// in centipawns; 0 when the search is stopped. At the first iteration the list of moves is made and the node counter
-// set to 0. Only the moves named in moveWords, separated by blanks, are searched; none named: all. pvOut, pvCapacity
-// moves long, receives the best line. Without a legal move: mated, or 0 for stalemate, and an empty line; without a
-// named one -infiniteScore and an empty line.
-int searchRoot(RootSearch& search, Position& position, int depth, int alpha, int beta, Move* pvOut,
-               const std::string& moveWords, NodeShares& shares);
+inline constexpr Window fullWindow = {-infiniteScore, infiniteScore};
 
-// Whether the blank-separated words hold the move's text; no words stand for every move.
-bool isNamed(const std::string& words, Move move);
+// What one search keeps of its root from call to call of searchRoot.
+struct RootSearch {
+    Position position;
+    RootMoves moves;
+    std::vector<Move> wanted; // of these moves only those are searched
+    NodeShares shares;        // raised by each call
+    Move pv[pvCapacity] = {}; // the best line of the last call, ended by a 0
+};
+
+// Searches the root for an iteration (1, 2, ...) in the window and answers the score in centipawns; 0 when the search
+// is stopped. At the first iteration the list of moves is made and the node count set to 0. Without a legal move:
+// mated, or 0 for stalemate, and an empty line; without a wanted one -infiniteScore and an empty line.
+int searchRoot(Search& search, RootSearch& root, int iteration, Window window);
 
 } // namespace helvan

@@ -16,27 +16,28 @@ struct ScoutNode : MainNode {
     bool tacticalOnly = false;
     bool bestIsRepetition = false;
 
-    ScoutNode(Position& at, int bound, int halfPlies, int fromRoot, Move excludedMove, bool withoutNull)
-        : MainNode(at, halfPlies, fromRoot), beta(bound), excluded(excludedMove), noNull(withoutNull),
+    ScoutNode(Search& of, Position& at, int bound, int halfPlies, int fromRoot, Move excludedMove, bool withoutNull)
+        : MainNode(of, at, halfPlies, fromRoot), beta(bound), excluded(excludedMove), noNull(withoutNull),
           parity((at.pvPly ^ fromRoot) & 1) {}
 };
 
 bool extendedAtHorizon(const ScoutNode& node) {
     Position& position = node.position;
     if (node.depth < 0 || position.horizonMark != 0 || node.excluded != nullMove || node.inCheck) return false;
-    const int eval = evaluateNode(position);
+    const int eval = evaluateNode(node.search, position);
     return node.beta <= eval && eval < node.beta + scoutHorizonMargin && lastMoveThreatens(position);
 }
 
 int quiesceScout(const ScoutNode& node, int beta) {
     Move line[2];
-    return quiesce(node.position, beta - 1, beta, 0, node.ply, line);
+    return quiesce(node.search, node.position, beta - 1, beta, 0, node.ply, line);
 }
 
 int searchHorizon(const ScoutNode& node, Move* pvOut) {
     if (!extendedAtHorizon(node)) return quiesceScout(node, node.beta);
     node.position.horizonMark = 1;
-    return searchScout(node.position, node.beta, node.depth + 2, node.ply, pvOut, node.excluded, node.noNull);
+    return searchScout(node.search, node.position, node.beta, node.depth + 2, node.ply, pvOut, node.excluded,
+                       node.noNull);
 }
 
 // The rules that may decide the node before its moves are searched answer true and set the score.
@@ -67,10 +68,10 @@ bool nullMoveCutoff(ScoutNode& node) {
     const int reduction = nullMoveReduction(node.eval - node.beta, node.position.phase, node.depth);
     Position child;
     Move line[pvCapacity];
-    makeMove(node.position, child, nullMove);
+    makeMove(node.search, node.position, child, nullMove);
     const int score =
-        -searchScout(child, 1 - node.beta, node.depth - reduction - 2, node.ply + 1, line, nullMove, true);
-    return nodeCounter.stopSearch == 0 && score >= node.beta && absolute(score) <= mateBorder;
+        -searchScout(node.search, child, 1 - node.beta, node.depth - reduction - 2, node.ply + 1, line, nullMove, true);
+    return !node.search.stopSearch && score >= node.beta && absolute(score) <= mateBorder;
 }
 
 // So far above beta that the enemy's next move will hardly bring the score under it.
@@ -85,10 +86,11 @@ bool staticNullCutoff(const ScoutNode& node) {
 }
 
 bool nullCutoffs(ScoutNode& node, int& score) {
-    if (node.noNull || nullMovePruning == 0 || node.inCheck || absolute(node.beta) > mateBorder) return false;
+    if (node.noNull || searchSettings.nullMovePruning == 0 || node.inCheck || absolute(node.beta) > mateBorder)
+        return false;
     if (node.eval < node.beta + nullMargin) return false;
     score = node.beta;
-    return staticNullCutoff(node) || nullMoveCutoff(node) || nodeCounter.stopSearch != 0;
+    return staticNullCutoff(node) || nullMoveCutoff(node) || node.search.stopSearch;
 }
 
 // So far under beta that only tactics can help: if the quiescence search finds none, the node fails low.
@@ -105,7 +107,7 @@ bool razored(const ScoutNode& node, int& score) {
     const int lowered = node.beta - razorMargin[node.depth - 2] - razorBase;
     if (absolute(node.beta) > mateBorder || lowered <= node.eval) return false;
     score = quiesceScout(node, lowered);
-    return nodeCounter.stopSearch != 0 || score < lowered;
+    return node.search.stopSearch || score < lowered;
 }
 
 PickerKind chooseMoves(ScoutNode& node) {
@@ -154,7 +156,8 @@ int extendSingular(const ScoutNode& node, const MoveState& state, int extension)
     }
     const int bound = node.hashScore - singularMargin;
     // What a null move led to is not passed in either: two never follow each other.
-    const int score = searchWithoutMove(node.position, bound, node.depth, node.ply, node.hashMove, node.noNull);
+    const int score =
+        searchWithoutMove(node.search, node.position, bound, node.depth, node.ply, node.hashMove, node.noNull);
     if (score >= bound) return extension;
     return node.depth >= singularPliesFactor * node.ply ? singularExtensionNearRoot : extension + singularExtension;
 }
@@ -184,7 +187,8 @@ bool futile(const ScoutNode& node, Position& child, const MoveState& state) {
     if (bound > node.beta + futilitySecondLook) return false;
     if (!losesMaterial(node.position, state.move) && lastMoveThreatens(child)) return false;
     if (node.beta > bound) return true;
-    return node.beta > futilityBoundAfterMove(evaluate(child), state.newDepth, state.number, node.parity);
+    return node.beta > futilityBoundAfterMove(evaluate(child, node.search.tables.evalCaches), state.newDepth,
+                                              state.number, node.parity);
 }
 
 bool isPlainQuiet(const ScoutNode& node, const MoveState& state) {
@@ -201,7 +205,7 @@ bool lateMoveCut(const ScoutNode& node, const Position& child, const MoveState& 
 // Half-plies to search the move less deep; 0 for none.
 int reductionOf(const ScoutNode& node, const Position& child, const MoveState& state) {
     constexpr int shallowest = 8, escapeReduction = 2;
-    if (useLmr == 0 || state.newDepth < shallowest || !isPlainQuiet(node, state)) return 0;
+    if (searchSettings.useLmr == 0 || state.newDepth < shallowest || !isPlainQuiet(node, state)) return 0;
     if ((node.inCheck && node.parity == 0) || node.best < certainlyLost) return 0;
     const int column = node.parity != 0 && !node.inCheck ? 2 * state.number : state.number;
     const int reduction = lmrReduction(state.newDepth, column);
@@ -212,10 +216,11 @@ int reductionOf(const ScoutNode& node, const Position& child, const MoveState& s
 int searchChild(const ScoutNode& node, Position& child, const MoveState& state, Move* line) {
     const int bound = 1 - node.beta;
     if (const int reduction = reductionOf(node, child, state); reduction > 0) {
-        const int score = -searchScout(child, bound, reducedDepth(state.newDepth, reduction), node.ply + 1, line);
-        if (nodeCounter.stopSearch != 0 || score < node.beta) return score;
+        const int score =
+            -searchScout(node.search, child, bound, reducedDepth(state.newDepth, reduction), node.ply + 1, line);
+        if (node.search.stopSearch || score < node.beta) return score;
     }
-    return -searchScout(child, bound, state.newDepth - 2, node.ply + 1, line);
+    return -searchScout(node.search, child, bound, state.newDepth - 2, node.ply + 1, line);
 }
 
 // Searches the moves until one reaches beta. Answers whether that one is quiet.
@@ -233,11 +238,11 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
         int score = repetitionScore(node.ply);
         if (!state.repetition) {
             extend(node, child, state, extensionOf(node, child, state));
-            if (nodeCounter.stopSearch != 0) return false;
+            if (node.search.stopSearch) return false;
             if (futile(node, child, state)) continue;
             score = lateMoveCut(node, child, state) ? node.beta - 1 : searchChild(node, child, state, line);
         }
-        if (nodeCounter.stopSearch != 0) return false;
+        if (node.search.stopSearch) return false;
         if (score <= node.best) continue;
         node.best = score;
         node.bestMove = move;
@@ -251,46 +256,49 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
 void storeScout(const ScoutNode& node) {
     if (node.excluded != nullMove || node.bestIsRepetition) return;
     const bool failsHigh = node.best >= node.beta;
-    transpositionTable.store(node.position.key, node.depth, scoreToTable(node.best, node.ply),
-                             failsHigh ? lowerBound : upperBound, failsHigh ? node.bestMove : nullMove, node.parity);
+    node.search.tables.transpositionTable.store(node.position.key, node.depth, scoreToTable(node.best, node.ply),
+                                                failsHigh ? lowerBound : upperBound,
+                                                failsHigh ? node.bestMove : nullMove, node.parity);
 }
 
 } // namespace
 
-int searchWithoutMove(Position& position, int beta, int depth, int ply, Move hashMove, bool noNull) {
+int searchWithoutMove(Search& search, Position& position, int beta, int depth, int ply, Move hashMove, bool noNull) {
     Move line[pvCapacity];
-    return searchScout(position, beta, singularDepth(depth), ply, line, hashMove, noNull);
+    return searchScout(search, position, beta, singularDepth(depth), ply, line, hashMove, noNull);
 }
 
-int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove, bool noNull) {
+int searchScout(Search& search, Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove,
+                bool noNull) {
     pvOut[0] = nullMove;
-    if (searchMustStop()) return 0;
+    if (searchMustStop(search)) return 0;
     if (recognisedDraw(position, ply)) return drawScoreAt(ply);
-    if (ply >= maxPly) return evaluate(position);
-    ScoutNode node(position, beta, depth, ply, excludedMove, noNull);
+    if (ply >= maxPly) return evaluate(position, search.tables.evalCaches);
+    ScoutNode node(search, position, beta, depth, ply, excludedMove, noNull);
     if (depth < 2) return searchHorizon(node, pvOut);
 
     int score = 0;
     TableHit hit;
     if (excludedMove == nullMove) {
-        hit = probeTable(position);
+        hit = probeTable(search, position);
         if (tableCutoff(node, hit, score)) return score;
         adoptHit(node, hit);
     }
     // While the position is evaluated, what is known of its first children comes nearer.
-    if (node.hashMove != nullMove) transpositionTable.prefetch(likelyKeyAfter(position, node.hashMove));
+    if (node.hashMove != nullMove) search.tables.transpositionTable.prefetch(likelyKeyAfter(position, node.hashMove));
     if (!node.inCheck) {
-        if (depth >= nullMoveDepth && !noNull) transpositionTable.prefetch(likelyKeyAfter(position, nullMove));
-        node.eval = refinedEval(evaluateNode(position), hit);
+        if (depth >= nullMoveDepth && !noNull)
+            search.tables.transpositionTable.prefetch(likelyKeyAfter(position, nullMove));
+        node.eval = refinedEval(evaluateNode(search, position), hit);
         if (hopeless(node)) return node.eval;
         if (winsEasily(node)) node.depth -= 2;
     }
-    if (nullCutoffs(node, score) || razored(node, score)) return nodeCounter.stopSearch != 0 ? 0 : score;
+    if (nullCutoffs(node, score) || razored(node, score)) return node.search.stopSearch ? 0 : score;
 
     MovePicker picker = openPicker(node, chooseMoves(node));
     prepareMoves(node);
     const bool quietCutoff = searchMoves(node, picker, pvOut);
-    if (nodeCounter.stopSearch != 0) return 0;
+    if (node.search.stopSearch) return 0;
     if (node.moveNumber == 0) return excludedMove != nullMove ? beta - 1 : scoreWithoutMoves(node);
     if (quietCutoff) noteQuietCutoff(node);
     storeScout(node);

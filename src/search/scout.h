@@ -4,7 +4,7 @@
 // lives here.
 #pragma once
 
-#include "board/position.h"
+#include "search/search.h"
 
 namespace helvan {
 
@@ -15,11 +15,11 @@ namespace helvan {
 //   noNull        neither a null move nor a static cut-off in its place: the node comes right after a null move, or
 //                 belongs to a singular test on the principal variation
 // The position's inCheck is true to the board; its evalScratch and search bytes are written.
-int searchScout(Position& position, int beta, int depth, int ply, Move* pvOut, Move excludedMove = nullMove,
-                bool noNull = false);
+int searchScout(Search& search, Position& position, int beta, int depth, int ply, Move* pvOut,
+                Move excludedMove = nullMove, bool noNull = false);
 
 // The score that the position's other moves than the hash move reach, told by a search with bound beta. depth is the
 // node's own: the search is less deep (singularDepth). noNull as above.
-int searchWithoutMove(Position& position, int beta, int depth, int ply, Move hashMove, bool noNull);
+int searchWithoutMove(Search& search, Position& position, int beta, int depth, int ply, Move hashMove, bool noNull);
 
 } // namespace helvan

@@ -5,19 +5,18 @@
 
 namespace helvan {
 
-inline int drawScore = -5;      // the option "Drawscore", in centipawns
-inline int useLmr = 1;          // the option "use lmr": late-move reductions
-inline int nullMovePruning = 1; // the option "null move pruning"
-inline int deterministic = 0;   // the option "deterministic"
-inline int multiPv = 1;         // the option "MultiPV"
-inline int hashMegabytes = 64;  // the option "Hash"
+struct SearchSettings {
+    int drawScore = -5;      // the option "Drawscore", in centipawns
+    int useLmr = 1;          // the option "use lmr": late-move reductions
+    int nullMovePruning = 1; // the option "null move pruning"
+    int deterministic = 0;   // the option "deterministic"
+    int multiPv = 1;         // the option "MultiPV"
+    int hashMegabytes = 64;  // the option "Hash"
+};
 
-inline int testMode = 0; // 1 in the self-test: iterations are recorded, not printed
+inline SearchSettings searchSettings;
 
 inline constexpr int mostPvs = 99;
-
-// The option "MultiPV" as the search takes it.
-inline int usedMultiPv() { return multiPv < 1 ? 1 : multiPv > mostPvs ? mostPvs : multiPv; }
 
 // Scores are centipawns from the side to move's point of view. Being mated at ply p scores p - mateScore.
 inline constexpr int mateScore = 32000;

@@ -6,125 +6,76 @@
 
 #include "board/bits.h"
 #include "board/legal_moves.h"
-#include "board/move_text.h"
-#include "board/moves.h"
 #include "board/piece_square.h"
 #include "book/book.h"
-#include "protocol/log.h"
-#include "search/limits.h"
+#include "platform/log.h"
 #include "search/margins.h"
-#include "search/ordering.h"
 #include "search/report.h"
 #include "search/root.h"
-#include "search/settings.h"
-#include "search/transposition_table.h"
+#include "search/stopping.h"
 
 namespace helvan {
 
 namespace {
 
-bool newGame = true; // nothing was searched yet
-
-// The best line of a rank, the first being the best of all.
-struct PvLine {
-    int score = 0;
-    int milliseconds = 0; // when it was finished
-    std::uint64_t nodes = 0;
-    Move pv[pvCapacity] = {};
-};
+constexpr int mostIterations = maxDepth;
 
 // What one search knows from iteration to iteration.
 struct Iterations {
-    Iterations(const Position& position, double seconds, int mostIterations, const std::string& moveWords)
-        : root(position), allotted(seconds), depthLimit(mostIterations), searchMoves(moveWords) {}
+    explicit Iterations(Search& of) : search(of) {}
 
-    Position root;
-    double allotted;
-    int depthLimit;
-    std::string searchMoves;
+    Search& search;
+    RootSearch root;
+    std::vector<Move> wanted; // the root moves to search
     int depth = 1;
     PvLine lines[mostPvs];
     int lineCount = 0;
-    int scores[recordedIterations] = {};     // of the first line, by iteration
-    Move bestMoves[recordedIterations] = {}; // the same
+    int scores[mostIterations + 1] = {};     // of the first line, by iteration
+    Move bestMoves[mostIterations + 1] = {}; // the same
     double bestMoveShare = 0.5;              // of the nodes below the best move, averaged over iterations
-    RootSearch rootSearch;
-    // The game before the root, as far as repetitions reach: a command in the middle may replace the game.
-    std::vector<Position> ancestors;
+
+    int depthLimit() const {
+        const int asked = search.limits.depth;
+        return asked < 1 || asked > maxDepth ? maxDepth : asked;
+    }
 };
 
-void copyAncestors(Iterations& search) {
-    std::vector<Position>& ancestors = search.ancestors;
-    const Position* ancestor = search.root.prev;
-    for (int plies = search.root.fifty; plies > 0 && ancestor != nullptr; --plies, ancestor = ancestor->prev) {
-        ancestors.push_back(*ancestor);
+// The game is copied: a command in the middle of the search may replace it.
+void copyGamePath(Search& search, Position& root) {
+    std::vector<Position>& path = search.gamePath;
+    path.clear();
+    const Position* ancestor = root.prev;
+    for (int plies = root.fifty; plies > 0 && ancestor != nullptr; --plies, ancestor = ancestor->prev) {
+        path.push_back(*ancestor);
     }
-    search.root.prev = ancestors.empty() ? nullptr : ancestors.data();
-    for (std::size_t i = 0; i < ancestors.size(); ++i) {
-        ancestors[i].prev = i + 1 < ancestors.size() ? &ancestors[i + 1] : nullptr;
-    }
+    root.prev = path.empty() ? nullptr : path.data();
+    for (std::size_t i = 0; i < path.size(); ++i) path[i].prev = i + 1 < path.size() ? &path[i + 1] : nullptr;
 }
 
-std::string textOf(Move move) {
-    char text[moveTextSize];
-    moveToText(move, text);
-    return text;
-}
-
-std::string legalMoveWords(const Position& root) {
-    Move moves[maxMoves];
-    const int count = legalMoves(root, moves);
-    std::string words;
-    for (int i = 0; i < count; ++i) words += textOf(moves[i]) + ' ';
-    return words;
-}
-
-std::string withoutWord(const std::string& words, const std::string& dropped) {
-    std::string kept;
-    for (std::size_t at = 0; (at = words.find_first_not_of(' ', at)) != std::string::npos;) {
-        const std::size_t end = std::min(words.find(' ', at), words.size());
-        const std::string word = words.substr(at, end - at);
-        if (word != dropped) kept += word + ' ';
-        at = end;
-    }
-    return kept;
+std::vector<Move> everyLegalMove(const Position& root) {
+    std::vector<Move> moves(maxMoves);
+    moves.resize(static_cast<std::size_t>(legalMoves(root, moves.data())));
+    return moves;
 }
 
 // What a search may not take over from the one before it.
-void resetSearch() {
-    searchState.firstIteration = 1;
-    searchState.timeUp = 0;
-    nodeCounter.stopSearch = 0;
-    updateNodeOverride();
-    resetCheckCounter();
-    clearKillers();
-    const bool forget = newGame || deterministic != 0;
-    if (forget) {
-        clearCounterMoves();
-        clearHistory();
-    }
-    if (hashMegabytes != 0) {
-        if (forget) transpositionTable.clear();
-        newGame = false;
-        transpositionTable.newGeneration();
-    }
+void prepareTables(Search& search) {
+    SearchTables& tables = search.tables;
+    const bool forget = search.limits.forget || !tables.usedBefore;
+    if (forget) clearMoveHistory(tables.moveHistory);
+    if (searchSettings.hashMegabytes == 0) return; // then every search forgets
+    if (forget) tables.transpositionTable.clear();
+    tables.usedBefore = true;
+    tables.transpositionTable.newGeneration();
 }
 
-struct Window {
-    int alpha;
-    int beta;
-
-    int width() const { return beta - alpha; }
-};
-
-constexpr Window fullWindow = {-infiniteScore, infiniteScore};
-
 // About the last score, as wide as the scores have swung of late.
-Window firstWindow(const Iterations& search) {
+Window firstWindow(const Iterations& iterations) {
     constexpr int firstNarrow = 5; // iterations
-    const int depth = search.depth;
-    if (depth < firstNarrow || search.rootSearch.ranks > 1) return fullWindow;
-    const int s0 = search.scores[depth - 1], s1 = search.scores[depth - 2], s2 = search.scores[depth - 3];
+    const int depth = iterations.depth;
+    if (depth < firstNarrow || iterations.search.limits.ranks > 1) return fullWindow;
+    const int* const scores = iterations.scores;
+    const int s0 = scores[depth - 1], s1 = scores[depth - 2], s2 = scores[depth - 3];
     const int half = maximum((absolute(s1 - s2) + absolute(s0 - s1)) / 2, aspirationMin);
     return {maximum(-infiniteScore, s0 - half), minimum(infiniteScore, s0 + half)};
 }
@@ -143,15 +94,12 @@ Window aboveFailure(int score, Window window) {
 
 // Searches the root, and again with a window moved and widened until the score lies inside. Where the score jumps
 // from one side to the other the full window decides.
-int searchWindows(Iterations& search, const std::string& words, Move* pv, NodeShares& shares) {
-    Window window = firstWindow(search);
-    const auto searchOnce = [&] {
-        return searchRoot(search.rootSearch, search.root, search.depth * 2, window.alpha, window.beta, pv, words,
-                          shares);
-    };
+int searchWindows(Iterations& iterations) {
+    Window window = firstWindow(iterations);
+    const auto searchOnce = [&] { return searchRoot(iterations.search, iterations.root, iterations.depth, window); };
     const auto failsLow = [&](int score) { return score <= window.alpha && window.alpha > -infiniteScore; };
     const auto failsHigh = [&](int score) { return score >= window.beta && window.beta < infiniteScore; };
-    const auto stopped = [] { return nodeCounter.stopSearch != 0; };
+    const auto stopped = [&] { return iterations.search.stopSearch; };
     int score = searchOnce();
     if (stopped()) return score;
     if (failsLow(score)) {
@@ -174,155 +122,149 @@ int searchWindows(Iterations& search, const std::string& words, Move* pv, NodeSh
 }
 
 // When the next iteration may still begin: the sooner, the more of the search goes into one steady best move.
-void moveSoftDeadline(Iterations& search, Move bestMove) {
+void moveSoftDeadline(Iterations& iterations, Move bestMove) {
     constexpr int firstApplied = 5; // iterations
     constexpr double steadyScale = 2.5, mostSteadyPercent = 80.0, forgetting = 0.9;
     constexpr int unstableLimitPercent = 120;
-    if (searchState.fixedMoveTime != 0.0 || search.depth < firstApplied || search.allotted >= noTimeGoalSeconds) return;
+    Search& search = iterations.search;
+    const double goal = search.limits.goalSeconds;
+    if (search.limits.fixedTime || iterations.depth < firstApplied || goal >= noTimeGoalSeconds) return;
     double factor = unstableLimitPercent / 100.0;
-    if (bestMove == search.bestMoves[search.depth - 1]) {
-        factor = std::min((102.0 - 100.0 * search.bestMoveShare) * steadyScale, mostSteadyPercent) / 100.0;
+    if (bestMove == iterations.bestMoves[iterations.depth - 1]) {
+        factor = std::min((102.0 - 100.0 * iterations.bestMoveShare) * steadyScale, mostSteadyPercent) / 100.0;
     } else {
-        search.bestMoveShare *= forgetting;
+        iterations.bestMoveShare *= forgetting;
     }
-    searchState.softDeadline = searchState.searchStartTime + factor * search.allotted;
+    search.softDeadline = search.searchStartTime + factor * goal;
 }
 
-void updateBestMoveShare(Iterations& search, const NodeShares& shares) {
+void updateBestMoveShare(Iterations& iterations) {
     constexpr double newWeight = 0.25;
+    const NodeShares& shares = iterations.root.shares;
     const double share = static_cast<double>(shares.best) / static_cast<double>(shares.best + shares.others + 1);
-    search.bestMoveShare = newWeight * share + (1.0 - newWeight) * search.bestMoveShare;
+    iterations.bestMoveShare = newWeight * share + (1.0 - newWeight) * iterations.bestMoveShare;
+}
+
+void storeLine(Iterations& iterations, int rank, int score) {
+    PvLine& line = iterations.lines[rank];
+    line.score = score;
+    line.milliseconds = searchMilliseconds(iterations.search);
+    line.nodes = iterations.search.nodes;
+    std::copy(std::begin(iterations.root.pv), std::end(iterations.root.pv), line.pv);
+    iterations.lineCount = maximum(iterations.lineCount, rank + 1);
 }
 
 // Searches the ranks of one iteration, each without the moves of those before it.
-void searchRanks(Iterations& search) {
-    std::string words = search.searchMoves;
-    NodeShares shares;
-    for (int rank = 0; rank < search.rootSearch.ranks; ++rank) {
-        Move pv[pvCapacity] = {};
-        const int score = searchWindows(search, words, pv, shares);
-        if (nodeCounter.stopSearch != 0) return;
-        if (rank > 0 && pv[0] == nullMove) return; // the words left name no legal move
+void searchRanks(Iterations& iterations) {
+    RootSearch& root = iterations.root;
+    root.wanted = iterations.wanted;
+    root.shares = {};
+    for (int rank = 0; rank < iterations.search.limits.ranks; ++rank) {
+        const int score = searchWindows(iterations);
+        if (iterations.search.stopSearch) return;
         if (rank == 0) {
-            updateBestMoveShare(search, shares);
-            moveSoftDeadline(search, pv[0]);
+            updateBestMoveShare(iterations);
+            moveSoftDeadline(iterations, root.pv[0]);
         }
-        PvLine& line = search.lines[rank];
-        line.score = score;
-        line.milliseconds = searchMilliseconds();
-        line.nodes = nodeCounter.count;
-        std::copy(std::begin(pv), std::end(pv), line.pv);
-        search.lineCount = maximum(search.lineCount, rank + 1);
-        words = withoutWord(words, textOf(pv[0]));
+        storeLine(iterations, rank, score);
+        std::erase(root.wanted, root.pv[0]);
         // The first iteration has one rank: it makes the list of moves, and counts nodes from 0.
-        if (words.empty() || search.depth == 1) return;
+        if (root.wanted.empty() || iterations.depth == 1) return;
     }
 }
 
-void reportRanks(Iterations& search) {
+void reportRanks(Iterations& iterations) {
     // Each rank takes the best of those behind it; equals keep their order.
-    for (int rank = 0; rank < search.lineCount; ++rank) {
-        PvLine* const first = search.lines + rank;
-        PvLine* const best = std::max_element(first, search.lines + search.lineCount,
-                                              [](const PvLine& a, const PvLine& b) { return a.score < b.score; });
+    PvLine* const end = iterations.lines + iterations.lineCount;
+    for (PvLine* first = iterations.lines; first != end; ++first) {
+        PvLine* const best =
+            std::max_element(first, end, [](const PvLine& a, const PvLine& b) { return a.score < b.score; });
         std::rotate(first, best, best + 1);
     }
-    if (search.rootSearch.ranks == 1) return;
-    for (int rank = 0; rank < search.lineCount; ++rank) {
-        const PvLine& line = search.lines[rank];
-        printRank(rank + 1, search.depth, line.score, line.milliseconds, line.nodes, line.pv);
-    }
-}
-
-void reportIteration(const Iterations& search) {
-    const PvLine& first = search.lines[0];
-    logTableRow(search.depth, first.score, first.pv);
-    if (testMode == 0) {
-        printLine(search.depth, first.score, first.pv);
-    } else {
-        iterationRecords[search.depth - 1] = {std::max(searchSeconds(), shortestSeconds), nodeCounter.count,
-                                              first.score, first.pv[0]};
+    if (iterations.search.limits.ranks == 1) return;
+    for (int rank = 0; rank < iterations.lineCount; ++rank) {
+        iterations.search.reporter.rankFound(rank + 1, iterations.depth, iterations.lines[rank]);
     }
 }
 
 // Answers whether another iteration is to follow.
-bool finishIteration(Iterations& search) {
-    reportRanks(search);
-    if (nodeCounter.stopSearch != 0) {
+bool finishIteration(Iterations& iterations) {
+    Search& search = iterations.search;
+    reportRanks(iterations);
+    if (search.stopSearch) {
         logWrite("search aborted\n");
         return false;
     }
-    const PvLine& first = search.lines[0];
-    search.scores[search.depth] = first.score;
-    search.bestMoves[search.depth] = first.pv[0];
-    reportIteration(search);
-    if (now() > searchState.softDeadline) searchState.timeUp = 1;
-    const bool outOfTime = searchState.pondering == 0 && searchState.timeUp != 0;
-    return !outOfTime && absolute(first.score) < mateBorder && search.depth < search.depthLimit;
+    const int depth = iterations.depth;
+    const PvLine& first = iterations.lines[0];
+    iterations.scores[depth] = first.score;
+    iterations.bestMoves[depth] = first.pv[0];
+    logTableRow(search, depth, first.score, first.pv);
+    search.reporter.iterationEnds(search, depth, first.score, first.pv);
+    if (now() > search.softDeadline) search.timeUp = true;
+    const bool outOfTime = !search.pondering && search.timeUp;
+    return !outOfTime && absolute(first.score) < mateBorder && depth < iterations.depthLimit();
 }
 
 // A search stopped before its first line was finished still has a move to answer with.
-void ensureMove(Iterations& search) {
-    if (search.lineCount > 0) return;
-    const RootMoves& moves = search.rootSearch.moves;
-    const auto* const end = moves.list + moves.count;
-    const auto* const first =
-        std::find_if(moves.list, end, [&](const RootMove& root) { return isNamed(search.searchMoves, root.move); });
-    if (first != end) search.lines[0].pv[0] = first->move;
-}
-
-// Answers whether the opening book knows what to play, which then is the line. Who names moves wants them searched, and
-// the self-test searches whatever book may lie about.
-bool playFromBook(Iterations& search, bool everyMoveAllowed) {
-    if (testMode != 0 || !everyMoveAllowed) return false;
-    const Move move = probeBook(search.root);
-    if (move == nullMove) return false;
-    search.lines[0].pv[0] = move;
-    search.lineCount = 1;
-    return true;
-}
-
-void iterate(Iterations& search) {
-    for (;; ++search.depth) {
-        if (search.depth == 2) searchState.firstIteration = 0;
-        updateNodeOverride();
-        if (testMode == 0) printIterationStart(search.depth);
-        searchRanks(search);
-        if (!finishIteration(search)) return;
+void ensureMove(Iterations& iterations) {
+    if (iterations.lineCount > 0) return;
+    const RootMoves& moves = iterations.root.moves;
+    const std::vector<Move>& wanted = iterations.wanted;
+    for (int i = 0; i < moves.count; ++i) {
+        if (std::find(wanted.begin(), wanted.end(), moves.list[i].move) == wanted.end()) continue;
+        iterations.lines[0].pv[0] = moves.list[i].move;
+        return;
     }
 }
 
-void endSearch(const Iterations& search) {
-    const double elapsed = std::max(searchSeconds(), 0.0);
-    logWrite("Total move time %8.1f\n", elapsed);
-    totalMoveTime += elapsed;
-    if (testMode != 0) return;
-    if (search.depthLimit == maxDepth || searchState.pondering != 0) waitWhilePondering();
-    logEtableStatistics();
-    printBestMove(nodeCounter.count, search.lines[0].pv);
+// Answers whether the opening book knows what to play, which then is the line. Who names moves wants them searched.
+bool playFromBook(Iterations& iterations) {
+    Search& search = iterations.search;
+    if (search.book == nullptr || search.limits.searchMoves) return false;
+    const Move move = probeBook(*search.book, iterations.root.position);
+    if (move == nullMove) return false;
+    iterations.lines[0].pv[0] = move;
+    iterations.lineCount = 1;
+    return true;
+}
+
+void iterate(Iterations& iterations) {
+    Search& search = iterations.search;
+    for (;; ++iterations.depth) {
+        search.firstIteration = iterations.depth == 1;
+        updateNodeOverride(search);
+        search.reporter.iterationBegins(iterations.depth);
+        searchRanks(iterations);
+        if (!finishIteration(iterations)) return;
+    }
+}
+
+void endSearch(const Iterations& iterations) {
+    Search& search = iterations.search;
+    logWrite("Total move time %8.1f\n", std::max(searchSeconds(search), 0.0));
+    if (iterations.depthLimit() == maxDepth || search.pondering) waitWhilePondering(search);
+    search.reporter.searchEnds(search, iterations.lines[0].pv);
 }
 
 } // namespace
 
-int think(const Position& gamePosition, double allotted, int depthLimit, const std::string& searchMoves) {
-    searchState.searchStartTime = now(); // the clock runs while tables are cleared, too
-    if (testMode != 0) deterministic = 1;
-    if (depthLimit < 1 || depthLimit > maxDepth) depthLimit = maxDepth;
-    resetSearch();
-    Iterations search(gamePosition, allotted, depthLimit, searchMoves);
-    refreshPieceSums(search.root);
-    copyAncestors(search);
-    search.rootSearch.ranks = usedMultiPv();
-    const bool everyMoveAllowed = search.searchMoves.empty();
-    if (everyMoveAllowed) search.searchMoves = legalMoveWords(search.root);
-    setDeadlines(allotted);
+PvLine think(Search& search, const Position& gamePosition) {
+    search.searchStartTime = now(); // the clock runs while tables are cleared, too
+    prepareTables(search);
+    Iterations iterations(search);
+    iterations.root.position = gamePosition;
+    refreshPieceSums(iterations.root.position);
+    copyGamePath(search, iterations.root.position);
+    iterations.wanted = search.limits.searchMoves ? *search.limits.searchMoves : everyLegalMove(gamePosition);
+    setDeadlines(search);
     logTableHead();
-    if (!playFromBook(search, everyMoveAllowed)) {
-        iterate(search);
-        ensureMove(search);
+    if (!playFromBook(iterations)) {
+        iterate(iterations);
+        ensureMove(iterations);
     }
-    endSearch(search);
-    return search.lines[0].score;
+    endSearch(iterations);
+    return iterations.lines[0];
 }
 
 } // namespace helvan

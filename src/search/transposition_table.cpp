@@ -5,22 +5,24 @@
 #include <bit>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
+#include "board/advance.h"
 #include "board/legal_moves.h"
-#include "board/make_move.h"
 #include "board/moves.h"
+#include "platform/end_process.h"
 #include "platform/memory.h"
-#include "protocol/end_process.h"
 #include "search/settings.h"
 
 namespace helvan {
-
-TranspositionTable transpositionTable;
 
 namespace {
 
 constexpr int largestStoredScore = 32500;
 constexpr int boundBits = 4;
+
+// In bytes.
+std::size_t sizeOf(std::uint64_t buckets) { return static_cast<std::size_t>(buckets * sizeof(TTBucket)); }
 
 std::uint8_t pack(Bound bound, int tag) { return static_cast<std::uint8_t>(bound | tag << boundBits); }
 
@@ -56,7 +58,8 @@ std::uint64_t bucketCountFor(int megabytes) {
 void TranspositionTable::allocate(int megabytes) {
     release();
     const std::uint64_t count = bucketCountFor(megabytes);
-    buckets = static_cast<TTBucket*>(allocateZeroed(count * sizeof(TTBucket)));
+    const bool addressable = count <= std::numeric_limits<std::size_t>::max() / sizeof(TTBucket);
+    if (addressable) buckets = static_cast<TTBucket*>(allocateZeroed(sizeOf(count)));
     if (buckets == nullptr) {
         std::fprintf(stderr, "Hash table too big\n");
         endProcess(1);
@@ -66,7 +69,7 @@ void TranspositionTable::allocate(int megabytes) {
 }
 
 bool TranspositionTable::claimPages() {
-    const std::size_t unclaimed = bucketCount * sizeof(TTBucket) - claimed;
+    const std::size_t unclaimed = sizeOf(bucketCount) - claimed;
     if (unclaimed == 0) return false;
     const std::size_t piece = std::min(claimedPiece, unclaimed);
     claimPiece(reinterpret_cast<char*>(buckets) + claimed, piece);
@@ -80,16 +83,20 @@ void TranspositionTable::claimAllPages() {
 }
 
 void TranspositionTable::release() {
-    freeBlock(buckets, bucketCount * sizeof(TTBucket));
-    *this = TranspositionTable{};
+    freeBlock(buckets, sizeOf(bucketCount));
+    bucketCount = mask = 0;
+    generation = 0;
+    buckets = nullptr;
+    claimed = 0;
+    touched = false;
 }
 
 void TranspositionTable::clear() {
     constexpr std::size_t quicklyWiped = std::size_t{64} << 20; // bytes, where all pages are there
     generation = 0;
-    if (untouched) return;
-    untouched = true;
-    const std::size_t size = bucketCount * sizeof(TTBucket);
+    if (!touched) return;
+    touched = false;
+    const std::size_t size = sizeOf(bucketCount);
     if (claimed == size && size <= quicklyWiped) {
         std::memset(static_cast<void*>(buckets), 0, size); // and the pages stay
     } else {
@@ -113,7 +120,7 @@ const TTEntry* TranspositionTable::probe(Key key) const {
 void TranspositionTable::store(Key key, int depth, int score, Bound bound, Move move, int tag) {
     if (buckets == nullptr || score < -largestStoredScore || score > largestStoredScore) return;
     TTBucket& bucket = buckets[key & mask];
-    untouched = false;
+    touched = true;
     TTEntry* entry = nullptr;
     for (TTEntry& candidate : bucket.entries) {
         if (candidate.key != 0 && candidate.key != key) continue;
@@ -143,7 +150,7 @@ void TranspositionTable::seedPv(const Position& position, const Move* line) {
         Move legal[maxMoves];
         const int count = legalMoves(current, legal);
         if (std::find(legal, legal + count, line[i]) == legal + count) return;
-        makeMove(current, next, line[i]);
+        advance(current, next, line[i]);
         store(current.key, seedDepth, 0, noBound, line[i], 0);
     }
 }

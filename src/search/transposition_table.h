@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What earlier searches found out about positions, by position key. One table for the whole program, used by the
-// main thread alone.
+// What earlier searches found out about positions, by position key. For one thread.
 #pragma once
 
 #include <cstdint>
@@ -39,14 +38,19 @@ struct alignas(64) TTBucket {
 
 static_assert(sizeof(TTEntry) == 16 && sizeof(TTBucket) == 64, "a bucket is one cache line");
 
+// All zero at first.
 struct TranspositionTable {
+    TranspositionTable() = default;
+    TranspositionTable(const TranspositionTable&) = delete;
+    TranspositionTable& operator=(const TranspositionTable&) = delete;
+    ~TranspositionTable() { release(); }
+
     std::uint64_t bucketCount = 0; // a power of two; 0 while nothing is allocated
     std::uint64_t mask = 0;        // bucketCount - 1
     std::uint32_t generation = 0;  // 0..255
     TTBucket* buckets = nullptr;
     std::size_t claimed = 0; // bytes from the beginning whose pages the system has been asked for
-    bool untouched = true;   // nothing was stored since all was zero
-    bool isNew = true;       // allocated, and nobody has asked since whether the engine is ready
+    bool touched = false;    // something was stored since all was zero
 
     // Allocates a zeroed table in place of the old one, of about so many megabytes (above 0): the power of two of
     // bytes nearest below 1.96 times the size. Too large: a message on standard error and the end of the process.
@@ -79,8 +83,6 @@ struct TranspositionTable {
         if (buckets != nullptr) __builtin_prefetch(&buckets[key & mask]);
     }
 };
-
-extern TranspositionTable transpositionTable;
 
 // The number of buckets for the size: the smallest power of two not below 0.51 of what fits.
 std::uint64_t bucketCountFor(int megabytes);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "board/make_move.h"
+#include "board/advance.h"
 
 #include <gtest/gtest.h>
 

@@ -12,7 +12,7 @@
 
 #include "book/polyglot_key.h"
 #include "book/settings.h"
-#include "protocol/log.h"
+#include "platform/log.h"
 #include "support/boards.h"
 #include "support/output.h"
 

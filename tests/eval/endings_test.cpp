@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "board/geometry.h"
 #include "eval/evaluate.h"
-#include "eval/geometry.h"
 #include "eval/pawn_bitbase.h"
 #include "support/boards.h"
 

@@ -2,12 +2,12 @@
 //
 // A position from any text: its moves, their exchanges and checks, its evaluation and, where chess can be played from
 // it, a short search.
+#include "board/advance.h"
 #include "board/checks.h"
 #include "board/display.h"
 #include "board/exchange.h"
 #include "board/fen.h"
 #include "board/legal_moves.h"
-#include "board/make_move.h"
 #include "board/moves.h"
 #include "board/node_counter.h"
 #include "board/piece_square.h"

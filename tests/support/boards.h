@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "board/advance.h"
 #include "board/apply_move.h"
 #include "board/attacks.h"
 #include "board/fen.h"
-#include "board/make_move.h"
 #include "board/move_text.h"
 #include "board/moves.h"
 #include "board/piece_square.h"

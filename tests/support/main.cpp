@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "board/attacks.h"
-#include "search/rebuild.h"
+#include "eval/tables.h"
 
 int main(int argc, char** argv) {
     helvan::initSlidingAttacks();
-    helvan::rebuildTables();
+    helvan::initAllEvaluation();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -134,7 +134,7 @@ TEST_F(Tuning, NeighboursAreOfOneRowAndNobodyIsAlone) {
 // Ranks lie side by side in the row, but the last of one and the first of the next are far apart.
 TEST_F(Tuning, NeighboursOfATableTouchAlongAnEdge) {
     const std::vector<OpenValue> open = openValues();
-    const PackedScore* table = evalParameters.pawnFromOwnKing.data();
+    const PackedScore* table = evalParameters.pawnByOwnKingOffset.data();
     std::vector<std::pair<int, int>> found;
     for (const auto& [first, second] : linearModelOf({}, open, false).neighbours) {
         if (open[first].row->values == table) {

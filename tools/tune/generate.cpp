@@ -1,23 +1,26 @@
 // SPDX-License-Identifier: MIT
 //
 // Plays seeded games of the engine against itself and prints their quiet positions, as the tuner reads them.
+#include <algorithm>
+#include <condition_variable>
 #include <cstdio>
+#include <map>
+#include <memory>
+#include <mutex>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "board/advance.h"
 #include "board/attacks.h"
 #include "board/fen.h"
 #include "board/legal_moves.h"
-#include "board/make_move.h"
 #include "board/moves.h"
 #include "board/piece_square.h"
+#include "eval/tables.h"
 #include "search/draws.h"
-#include "search/limits.h"
-#include "search/rebuild.h"
-#include "search/settings.h"
 #include "search/think.h"
-#include "search/transposition_table.h"
 #include "tools/tune/options.h"
 
 namespace helvan {
@@ -28,12 +31,14 @@ constexpr int usageError = 2;
 constexpr int longestGame = 400;       // plies; then it is a draw
 constexpr int mostRandomPlies = 100;   // with more, hardly a game is left to play
 constexpr int decisiveScore = 2000;    // centipawns: then the game is won
+constexpr int hashMegabytes = 1;       // of each thread
 constexpr int unbalancedOpening = 200; // centipawns, too many for a game to be worth playing
 
 struct Settings {
     int games = 1000;
     int nodes = 3000;
     int openingPlies = 8;
+    int threads = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1U));
     std::uint64_t seed = 1;
 };
 
@@ -41,52 +46,14 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
     const ToolOption options[] = {{"--games", &settings.games, "how many are played"},
                                   {"--nodes", &settings.nodes, "the search of each move"},
                                   {"--plies", &settings.openingPlies, "random moves at the start of a game"},
+                                  {"--threads", &settings.threads, "that play, all processors by themselves"},
                                   {"--seed", &settings.seed, "of the random moves"}};
     return readOptions(arguments, options);
 }
 
 using Random = std::mt19937_64;
 
-struct Searched {
-    Move move;
-    int score; // centipawns, the side to move's view
-};
-
-Searched search(const Position& position, int nodes) {
-    const SearchScope scope;
-    iterationRecords.fill({});
-    nodeCounter.limit = static_cast<std::uint64_t>(nodes);
-    think(position, noTimeGoalSeconds, 0, "");
-    Searched result{nullMove, 0};
-    for (const IterationRecord& record : iterationRecords) {
-        if (record.bestMove != nullMove) result = {record.bestMove, record.score};
-    }
-    return result;
-}
-
-// The text that setup from text reads back, but for an en-passant square: a quiet position has none that matters.
-std::string fenOf(const Position& position) {
-    struct Right {
-        Bitboard squares;
-        char letter;
-    };
-    constexpr Right rights[] = {
-        {bit(e1) | bit(h1), 'K'}, {bit(e1) | bit(a1), 'Q'}, {bit(e8) | bit(h8), 'k'}, {bit(e8) | bit(a8), 'q'}};
-    char text[fenBufferSize];
-    positionToFen(position, text);
-    std::string fen = text;
-    fen.resize(fen.size() - std::string(" - -").size());
-    std::string letters;
-    for (const Right& right : rights) {
-        if ((position.touched & right.squares) == 0) letters += right.letter;
-    }
-    return fen + " " + (letters.empty() ? "-" : letters) + " -";
-}
-
-bool isQuiet(const Position& position, Move move) {
-    const bool captures = (position.of(opponent(position.sideToMove()), allPieces) & bit(moveTo(move))) != 0;
-    return position.inCheck == 0 && !captures && moveKind(move) != enPassant && !isPromotion(move);
-}
+bool isQuiet(const Position& position, Move move) { return position.inCheck == 0 && !isTactical(position, move); }
 
 // A game in play. Each position links to the one before it, so all stay in place.
 class Game {
@@ -97,7 +64,7 @@ public:
     };
 
     Game() : positions(longestGame + 1) {
-        setupFromFen(positions[0], startFen);
+        [[maybe_unused]] const char* const fault = setupFromFen(positions[0], startFen);
         refreshPieceSums(positions[0]);
     }
 
@@ -113,7 +80,7 @@ public:
     }
 
     // Plays to the end and answers whether the opening was fair. The positions it came through are then in lines.
-    bool playOn(int nodes) {
+    bool playOn(SearchTables& tables, std::uint64_t nodes) {
         for (bool opening = true;; opening = false) {
             Move moves[maxMoves];
             if (legalMoves(position(), moves) == 0) {
@@ -121,15 +88,17 @@ public:
                 return !opening;
             }
             if (ply == longestGame || drawnByRule(position()) || recognisedDraw(position(), ply)) return !opening;
-            const Searched searched = search(position(), nodes);
-            if (opening && absolute(searched.score) > unbalancedOpening) return false;
-            if (absolute(searched.score) > decisiveScore) {
+            // Each search begins with nothing known, so that games repeat.
+            Search search(tables, {.nodes = nodes, .forget = true});
+            const PvLine best = think(search, position());
+            if (opening && absolute(best.score) > unbalancedOpening) return false;
+            if (absolute(best.score) > decisiveScore) {
                 const Colour mover = position().sideToMove();
-                result = whitePoints(searched.score > 0 ? mover : opponent(mover));
+                result = whitePoints(best.score > 0 ? mover : opponent(mover));
                 return true;
             }
-            record(searched);
-            make(searched.move);
+            record(best);
+            make(best.pv[0]);
         }
     }
 
@@ -141,15 +110,15 @@ private:
 
     static const char* whitePoints(Colour winner) { return winner == white ? "1" : "0"; }
 
-    void record(const Searched& searched) {
-        if (!isQuiet(position(), searched.move)) return;
-        lines.push_back({fenOf(position()), position().sideToMove() == white ? searched.score : -searched.score});
+    void record(const PvLine& best) {
+        if (!isQuiet(position(), best.pv[0])) return;
+        const int score = position().sideToMove() == white ? best.score : -best.score;
+        // A quiet position's en-passant square matters to nobody.
+        lines.push_back({positionToFenWithRights(position()), score});
     }
 
     void make(Move move) {
-        Position& child = positions[ply + 1];
-        makeMove(position(), child, move);
-        child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
+        advanceLegally(positions[ply], positions[ply + 1], move);
         ++ply;
     }
 
@@ -157,16 +126,80 @@ private:
     int ply = 0; // from the start
 };
 
+// Games by their number, played in several threads. Each game's random moves come from the seed and its number alone:
+// the same games whatever the number of threads.
+class Tournament {
+public:
+    explicit Tournament(const Settings& of) : settings(of) {
+        for (int i = 0; i < settings.threads; ++i) threads.emplace_back([this] { play(); });
+    }
+
+    ~Tournament() {
+        const std::lock_guard guard(lock);
+        over = true;
+        changed.notify_all();
+    }
+
+    // The next game in the order of their numbers; null where its opening was unfair.
+    std::unique_ptr<Game> next() {
+        std::unique_lock guard(lock);
+        changed.wait(guard, [&] { return finished.contains(handedOut); });
+        std::unique_ptr<Game> game = std::move(finished[handedOut]);
+        finished.erase(handedOut++);
+        changed.notify_all();
+        return game;
+    }
+
+private:
+    // Games that are finished before one with a smaller number wait for it: so many at most.
+    static constexpr int mostAhead = 256;
+
+    void play() {
+        const auto tables = std::make_unique<SearchTables>();
+        tables->transpositionTable.allocate(hashMegabytes);
+        tables->transpositionTable.claimAllPages();
+        for (;;) {
+            std::unique_lock guard(lock);
+            changed.wait(guard, [&] { return over || begun < handedOut + mostAhead; });
+            if (over) return;
+            const int number = begun++;
+            guard.unlock();
+            std::unique_ptr<Game> game = played(*tables, number);
+            guard.lock();
+            finished[number] = std::move(game);
+            changed.notify_all();
+        }
+    }
+
+    std::unique_ptr<Game> played(SearchTables& tables, int number) const {
+        std::seed_seq seeds{static_cast<std::uint64_t>(number), settings.seed, settings.seed >> 32};
+        Random random(seeds);
+        auto game = std::make_unique<Game>();
+        const bool fair = game->playRandomMoves(settings.openingPlies, random) &&
+                          game->playOn(tables, static_cast<std::uint64_t>(settings.nodes));
+        return fair ? std::move(game) : nullptr;
+    }
+
+    const Settings settings;
+    std::mutex lock; // guards all below but the threads
+    std::condition_variable changed;
+    int begun = 0;
+    int handedOut = 0;
+    bool over = false;
+    std::map<int, std::unique_ptr<Game>> finished; // and not handed out yet
+    std::vector<std::jthread> threads;
+};
+
 int generate(const Settings& settings) {
-    Random random(settings.seed);
     std::printf("# Quiet positions of %d games of Helvan against itself, %d nodes a move, %d random plies, seed %llu.\n"
                 "# FEN|result for white|search score for white in centipawns|game\n",
                 settings.games, settings.nodes, settings.openingPlies, static_cast<unsigned long long>(settings.seed));
+    Tournament tournament(settings);
     for (int number = 1; number <= settings.games;) {
-        Game game;
-        if (!game.playRandomMoves(settings.openingPlies, random) || !game.playOn(settings.nodes)) continue;
-        for (const Game::Line& line : game.lines) {
-            std::printf("%s|%s|%d|%d\n", line.fen.c_str(), game.result, line.score, number);
+        const std::unique_ptr<Game> game = tournament.next();
+        if (game == nullptr) continue;
+        for (const Game::Line& line : game->lines) {
+            std::printf("%s|%s|%d|%d\n", line.fen.c_str(), game->result, line.score, number);
         }
         std::fprintf(stderr, "\rgame %d of %d", number, settings.games);
         ++number;
@@ -183,16 +216,13 @@ int main(int argumentCount, char** arguments) {
     using namespace helvan;
     Settings settings;
     if (!readSettings({arguments, static_cast<std::size_t>(argumentCount)}, settings)) return usageError;
-    if (settings.games < 1 || settings.nodes < 1 || settings.openingPlies < 0 ||
+    if (settings.games < 1 || settings.nodes < 1 || settings.threads < 1 || settings.openingPlies < 0 ||
         settings.openingPlies > mostRandomPlies) {
-        std::fprintf(stderr, "Games and nodes above 0, and 0 to %d random plies, are needed.\n", mostRandomPlies);
+        std::fprintf(stderr, "Games, nodes and threads above 0, and 0 to %d random plies, are needed.\n",
+                     mostRandomPlies);
         return usageError;
     }
     initSlidingAttacks();
-    rebuildTables();
-    testMode = 1; // prints nothing and begins every search with empty tables, so that games repeat
-    hashMegabytes = 1;
-    transpositionTable.allocate(hashMegabytes);
-    transpositionTable.claimAllPages();
+    initAllEvaluation();
     return generate(settings);
 }

@@ -3,13 +3,13 @@
 
 #include <cmath>
 #include <cstdio>
+#include <memory>
 
 #include "board/piece_square.h"
 #include "eval/endings.h"
 #include "eval/evaluate.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
-#include "search/rebuild.h"
 
 namespace helvan {
 
@@ -46,14 +46,16 @@ Column squareColumn(const TrainingSet& set, PieceType type, int index) {
     return column;
 }
 
-Column probedColumn(const TrainingSet& set, const std::vector<PackedScore>& sums, PackedScore& value) {
+Column probedColumn(const TrainingSet& set, const std::vector<PackedScore>& sums, PackedScore& value,
+                    EvalCaches& caches) {
     const PackedScore before = value;
     value += packed(1, 1);
     initEvalTables();
+    clearPawnTable(caches);
     Column column;
     for (std::size_t i = 0; i < set.size(); ++i) {
         // The endgame lane tells for both: a value counts as often in the one as in the other.
-        const int difference = evaluateUnblended(set.positions[i]).endgame() - sums[i].endgame();
+        const int difference = evaluateUnblended(set.positions[i], caches).endgame() - sums[i].endgame();
         if (difference != 0) {
             column.push_back({static_cast<std::uint32_t>(i), static_cast<float>(difference)});
         }
@@ -62,9 +64,9 @@ Column probedColumn(const TrainingSet& set, const std::vector<PackedScore>& sums
     return column;
 }
 
-std::vector<PackedScore> unblendedSums(const TrainingSet& set) {
+std::vector<PackedScore> unblendedSums(const TrainingSet& set, EvalCaches& caches) {
     std::vector<PackedScore> sums;
-    for (const Position& position : set.positions) sums.push_back(evaluateUnblended(position));
+    for (const Position& position : set.positions) sums.push_back(evaluateUnblended(position, caches));
     return sums;
 }
 
@@ -77,12 +79,13 @@ PieceType boardOf(const PackedScore* value) {
 }
 
 std::vector<Column> columnsOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress) {
-    const std::vector<PackedScore> sums = unblendedSums(set);
+    const auto caches = std::make_unique<EvalCaches>();
+    const std::vector<PackedScore> sums = unblendedSums(set, *caches);
     std::vector<Column> columns;
     for (const OpenValue& value : open) {
         const PieceType type = boardOf(value.value);
         if (type == allPieces) {
-            columns.push_back(probedColumn(set, sums, *value.value));
+            columns.push_back(probedColumn(set, sums, *value.value, *caches));
         } else {
             const int index = static_cast<int>(value.value - evalParameters.squares[type].data());
             columns.push_back(squareColumn(set, type, index));
@@ -219,7 +222,7 @@ void applyChanges(const std::vector<OpenValue>& open, const std::vector<Change>&
         *open[i].value = changed(*open[i].value, changes[i]);
         if (open[i].twin != nullptr) *open[i].twin = *open[i].value;
     }
-    rebuildTables();
+    initAllEvaluation();
 }
 
 } // namespace helvan

@@ -3,14 +3,13 @@
 
 #include <cmath>
 #include <cstdio>
+#include <memory>
 
 #include "board/fen.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
 #include "eval/evaluate.h"
-#include "search/limits.h"
 #include "search/quiesce.h"
-#include "search/settings.h"
 
 namespace helvan {
 
@@ -46,15 +45,6 @@ private:
     std::FILE* file;
 };
 
-// Setting up a position ends the process if nobody is to move, so that is looked at first.
-bool hasSideToMove(const std::string& fen) {
-    constexpr std::size_t longestPlacement = 100;
-    const std::size_t end = fen.find(' ');
-    if (end > longestPlacement) return false;
-    const std::string side = fen.substr(end, 3);
-    return side == " w " || side == " b ";
-}
-
 } // namespace
 
 void TrainingSet::add(const Position& position, float result, float score, int game) {
@@ -72,9 +62,9 @@ bool addLine(TrainingSet& set, const std::string& line) {
     float result = 0, score = 0;
     int game = 0;
     if (std::sscanf(line.c_str() + end, "|%f|%f|%d", &result, &score, &game) != 3) return false;
-    if (!(result >= 0 && result <= 1) || !std::isfinite(score) || !hasSideToMove(fen)) return false;
+    if (!(result >= 0 && result <= 1) || !std::isfinite(score)) return false;
     Position position;
-    setupFromFen(position, fen.c_str());
+    if (setupFromFen(position, fen.c_str()) != nullptr) return false;
     dropUnfoundedCastlingRights(position);
     if (unplayableReason(position) != nullptr) return false;
     set.add(position, result, score, game);
@@ -82,11 +72,12 @@ bool addLine(TrainingSet& set, const std::string& line) {
 }
 
 void dropUnsettled(TrainingSet& set, int margin) {
-    const SearchScope scope;
+    const auto tables = std::make_unique<SearchTables>();
+    Search search(*tables);
     set.keepIf([&](Position position) {
         Move line[pvCapacity];
-        const int standing = evaluate(position);
-        return quiesce(position, -infiniteScore, infiniteScore, 0, 0, line) <= standing + margin;
+        const int standing = evaluate(position, tables->evalCaches);
+        return quiesce(search, position, -infiniteScore, infiniteScore, 0, 0, line) <= standing + margin;
     });
 }
 

@@ -10,7 +10,7 @@
 #include <sstream>
 
 #include "board/attacks.h"
-#include "search/rebuild.h"
+#include "eval/tables.h"
 #include "tools/tune/linear_model.h"
 #include "tools/tune/options.h"
 #include "tools/tune/parameter_file.h"
@@ -146,6 +146,6 @@ int main(int argumentCount, char** arguments) {
         return helvan::usageError;
     }
     helvan::initSlidingAttacks();
-    helvan::rebuildTables();
+    helvan::initAllEvaluation();
     return helvan::tune(settings);
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "protocol/end_process.h"
+#include "platform/end_process.h"
 
 #include <cstdio>
 #include <cstdlib>
 
-#include "protocol/log.h"
+#include "platform/log.h"
 
 namespace helvan {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "protocol/log.h"
+#include "platform/log.h"
 
 #include <cstdarg>
 #include <cstdio>

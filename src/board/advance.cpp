@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "board/make_move.h"
+#include "board/advance.h"
 
 #include <cassert>
 #include <cstdio>
 
+#include "board/attacks.h"
 #include "board/display.h"
 #include "board/move_text.h"
 #include "board/moves.h"
-#include "board/node_counter.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
 
@@ -56,9 +56,7 @@ void addPiece(Position& child, Colour colour, PieceType type, Square square) {
 PieceType moverType(const Position& parent, Colour mover, Move move) {
     const PieceType type = pieceTypeAt(parent, mover, moveFrom(move));
     if (type == phantom) {
-        char text[moveTextSize];
-        moveToText(move, text);
-        std::printf("\n ILLEGAL MOVE IN SEARCH\n  move in question: %s", text);
+        std::printf("\n ILLEGAL MOVE IN SEARCH\n  move in question: %s", moveText(move).c_str());
         printBoard(parent);
     }
     return type;
@@ -97,7 +95,7 @@ void noteDoublePush(Position& child, Colour enemy, Square from, Square to) {
 
 } // namespace
 
-int makeMove(const Position& parent, Position& child, Move move) {
+void advance(const Position& parent, Position& child, Move move) {
     child = parent;
     child.prev = &parent;
     child.capturedPiece = 0;
@@ -105,7 +103,6 @@ int makeMove(const Position& parent, Position& child, Move move) {
     child.lastMove = move;
     ++child.fifty;
     child.evalScratch = evalNotComputed;
-    countNode(nodeCounter);
 
     if (parent.epSquare != 0) {
         child.key ^= epKeys[lowestBit(parent.epSquare)];
@@ -115,7 +112,7 @@ int makeMove(const Position& parent, Position& child, Move move) {
     ++child.ply;
     if (move == nullMove) {
         child.inCheck = 0;
-        return 1;
+        return;
     }
 
     const Colour mover = parent.sideToMove();
@@ -149,7 +146,24 @@ int makeMove(const Position& parent, Position& child, Move move) {
     }
     child.key ^= castleKeys[castlingIndex(parent.touched)] ^ castleKeys[castlingIndex(child.touched)];
     assert(!isSound(parent, move) || incrementalStateAgrees(parent, child));
-    return 1;
+}
+
+bool advanceLegally(const Position& parent, Position& child, Move move) {
+    advance(parent, child, move);
+    if (moverLeftInCheck(child)) return false;
+    child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
+    return true;
+}
+
+Key likelyKeyAfter(const Position& position, Move move) {
+    const Key afterPassing = position.key ^ pieceKeys[white] ^ pieceKeys[black];
+    if (move == nullMove) return afterPassing;
+    const Colour us = position.sideToMove();
+    const PieceType type = pieceTypeAt(position, us, moveFrom(move));
+    const PieceType victim = pieceTypeAt(position, opponent(us), moveTo(move));
+    const Key taken = victim == phantom ? 0 : pieceKeys[pieceIndex(opponent(us), victim, moveTo(move))];
+    return afterPassing ^ taken ^ pieceKeys[pieceIndex(us, type, moveFrom(move))] ^
+           pieceKeys[pieceIndex(us, type, moveTo(move))];
 }
 
 bool incrementalStateAgrees(const Position& parent, const Position& child) {

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// When a search stops: the clock, the node limit, the flags that commands set, and the periodic check that every search
+// routine makes.
+#pragma once
+
+#include "search/search.h"
+
+namespace helvan {
+
+// Elapsed times that are divided by are at least this.
+inline constexpr double shortestSeconds = 0.0001;
+
+// Seconds on a clock that never steps back, cut to whole ones if asked for.
+double now(bool wholeSeconds = false);
+
+// Since the search began.
+double searchSeconds(const Search& search);
+
+// Sets both deadlines from the start time and the limits.
+void setDeadlines(Search& search);
+
+// Decides whether make-move may count nodes beyond the limit: in the first iteration and while pondering.
+void updateNodeOverride(Search& search);
+
+// The check at the start of every call of a search routine: true means "return 0 at once". Every 256th call
+// handles a waiting command and tests node limit and clock; a long search claims pages of its table now and then, too.
+bool searchMustStop(Search& search);
+
+// Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped, by
+// whatever: what comes after a "stop" is to be carried out after the answer.
+void waitWhilePondering(Search& search);
+
+} // namespace helvan
