@@ -137,6 +137,7 @@ GoPlan planGo(const GoParameters& go, const GoContext& context) {
     limits.forget = context.deterministic;
     limits.ranks = std::clamp(context.multiPv, 1, mostPvs);
     limits.depth = go.depth;
+    limits.uninterruptedNodes = context.uninterruptedNodes;
     if (go.nodeLimit >= 0) limits.nodes = static_cast<std::uint64_t>(go.nodeLimit);
     if (!go.searchMoves.empty()) limits.searchMoves = namedMoves(context.position, go.searchMoves);
     if (go.depth > 0 || go.infinite) return plan; // no time goal
@@ -164,7 +165,8 @@ void goCommand(Session& session, const Words& words) {
                            .overheadMilliseconds = protocolSettings.moveOverheadMilliseconds,
                            .multiPv = searchSettings.multiPv,
                            .deterministic = searchSettings.deterministic != 0,
-                           .hardLimitPercent = session.hardLimitPercent});
+                           .hardLimitPercent = session.hardLimitPercent,
+                           .uninterruptedNodes = session.uninterruptedNodes});
         session.hardLimitPercent = plan.hardLimitPercent;
         tellTime(go, plan);
     } else {

@@ -39,6 +39,7 @@ struct GoContext {
     int multiPv;
     bool deterministic;
     int hardLimitPercent; // of the go before
+    std::uint64_t uninterruptedNodes = usualUninterruptedNodes;
 };
 
 // A share of the clock.

@@ -32,6 +32,7 @@ struct Session {
     Book book{};
     std::vector<Search*> running{}; // a "go" in the middle of a search runs inside it: the outermost first
     int hardLimitPercent = 500;     // of the last "go" that chose one
+    std::uint64_t uninterruptedNodes = usualUninterruptedNodes; // of every search
     bool tableIsNew = true; // the transposition table is, and nobody has asked since whether the engine is ready
 };
 

@@ -19,6 +19,11 @@ inline constexpr double unlimitedSeconds = std::numeric_limits<double>::infinity
 // A goal that means none: a year of 366 days.
 inline constexpr double noTimeGoalSeconds = 31622400.0;
 
+// Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go
+// on for ever, so it may be after this many nodes, a tenth of a second or less. Positions from games need some
+// hundreds, 1,343 at most among the bench's.
+inline constexpr std::uint64_t usualUninterruptedNodes = 100'000;
+
 struct SearchLimits {
     int depth = maxDepth; // iterations; anything outside 1..maxDepth means maxDepth
     std::uint64_t nodes = unlimitedNodes;
@@ -30,10 +35,7 @@ struct SearchLimits {
     int ranks = 1;                          // how many lines, best first; 1..mostPvs
     // The root moves to search, all legal; empty: every legal one. A list without moves leaves nothing to search.
     std::optional<std::vector<Move>> searchMoves = std::nullopt;
-    // Depth 1 is not interrupted so that every search has a move to answer with. On a board full of queens it could go
-    // on for ever, so it may be after this many nodes, a tenth of a second or less. Positions from games need some
-    // hundreds, 1,343 at most among the bench's.
-    std::uint64_t uninterruptedNodes = 100'000;
+    std::uint64_t uninterruptedNodes = usualUninterruptedNodes;
 };
 
 } // namespace helvan

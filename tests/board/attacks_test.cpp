@@ -64,7 +64,7 @@ TEST(Attacks, MapAttackersAndExposedSquaresAgree) {
         const Bitboard exposed = exposedSquares(position, position.sideToMove());
         for (const Move move : movesOf(position)) {
             const bool isExposed = (exposed & bit(moveFrom(move))) != 0 || moveKind(move) == enPassant;
-            ASSERT_TRUE(isExposed || isLegal(position, move)) << textOf(move);
+            ASSERT_TRUE(isExposed || isLegal(position, move)) << moveText(move);
         }
     });
 }

@@ -53,10 +53,10 @@ TEST(Exchange, AgreesWithPlayingTheCapturesOut) {
         for (const Move move : movesOf(position)) {
             const bool counts = (moveKind(move) & 2) == 0; // not en passant, castling, promotions to rook or bishop
             const int gain = counts ? playedOut(position, move) : 0;
-            ASSERT_EQ(see(position, move), gain) << textOf(move);
-            ASSERT_EQ(see(passed, move, 1), gain) << textOf(move);
+            ASSERT_EQ(see(position, move), gain) << moveText(move);
+            ASSERT_EQ(see(passed, move, 1), gain) << moveText(move);
             for (const int threshold : {-200, 0, 1, 300}) {
-                ASSERT_EQ(seeAtLeast(position, move, threshold), gain >= threshold) << textOf(move);
+                ASSERT_EQ(seeAtLeast(position, move, threshold), gain >= threshold) << moveText(move);
             }
         }
     });

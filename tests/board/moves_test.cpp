@@ -53,7 +53,7 @@ TEST(PseudoLegal, AcceptsExactlyTheListedMoves) {
         ASSERT_EQ(std::adjacent_find(listed.begin(), listed.end()), listed.end()) << "a move is listed twice";
         for (Move move = -5; move <= 2 * moveBits; ++move) {
             const bool expected = moveKind(move) != enPassant && std::binary_search(listed.begin(), listed.end(), move);
-            ASSERT_EQ(isPseudoLegal(position, move) != 0, expected) << textOf(move) << " kind " << moveKind(move);
+            ASSERT_EQ(isPseudoLegal(position, move) != 0, expected) << moveText(move) << " kind " << moveKind(move);
         }
     });
 }
@@ -63,10 +63,10 @@ TEST(GivesCheck, AgreesWithMakingTheMove) {
         const KingLines lines(position, position.inCheck != 0);
         for (const Move move : movesOf(position)) {
             const Position child = childOf(position, move);
-            ASSERT_EQ(lines.leavesInCheck(child), moverLeftInCheck(child)) << textOf(move);
+            ASSERT_EQ(lines.leavesInCheck(child), moverLeftInCheck(child)) << moveText(move);
             if (moverLeftInCheck(child)) continue;
-            ASSERT_EQ(givesCheck(position, move), child.inCheck != 0) << textOf(move);
-            ASSERT_EQ(lines.givesCheck(position, move), child.inCheck != 0) << textOf(move);
+            ASSERT_EQ(givesCheck(position, move), child.inCheck != 0) << moveText(move);
+            ASSERT_EQ(lines.givesCheck(position, move), child.inCheck != 0) << moveText(move);
         }
     });
 }
@@ -102,7 +102,7 @@ TEST(MovePicker, EveryMoveExactlyOnceWhateverIsOffered) {
         const Move other = random() % 4 == 0 ? killer : hostileMove(random, position);
         MovePicker picker(position, PickerKind::everyMove, hash, killer, other, orders[below(random, 3)]);
         const std::vector<Move> moves = drain(picker);
-        ASSERT_EQ(sorted(moves), expected) << textOf(hash) << ' ' << textOf(killer) << ' ' << textOf(other);
+        ASSERT_EQ(sorted(moves), expected) << moveText(hash) << ' ' << moveText(killer) << ' ' << moveText(other);
         if (isPseudoLegal(position, hash) != 0) {
             ASSERT_EQ(moves.front(), hash);
         }
@@ -138,7 +138,7 @@ TEST(MovePicker, ReducedKindsHoldCapturesAndSafeQuietChecks) {
         const std::vector<Move> tactical = sortedWithout(movesOf(position), isQuiet);
         const std::vector<Move> all = picked(position, PickerKind::capturesAndChecks);
         ASSERT_EQ(sortedWithout(all, isQuiet), tactical);
-        for (const Move move : all) ASSERT_TRUE(isTactical(move) || givesCheck(position, move)) << textOf(move);
+        for (const Move move : all) ASSERT_TRUE(isTactical(move) || givesCheck(position, move)) << moveText(move);
         ASSERT_EQ(sorted(picked(position, PickerKind::soundCaptures)), sortedWithout(tactical, loses));
         ASSERT_EQ(sorted(picked(position, PickerKind::soundCapturesAndChecks)), sortedWithout(all, loses));
     });

@@ -9,16 +9,6 @@
 
 namespace helvan::testing {
 
-namespace {
-
-std::string written(const Position& position) {
-    char buffer[fenBufferSize];
-    positionToFen(position, buffer);
-    return buffer;
-}
-
-} // namespace
-
 TEST(Fen, EmptyTextIsTheStartPosition) {
     const Position position = positionOf("");
     EXPECT_EQ(castlingIndex(position.touched), castlingIndex(0)); // all rights
@@ -26,16 +16,16 @@ TEST(Fen, EmptyTextIsTheStartPosition) {
     EXPECT_EQ(position.fifty, 0);
     EXPECT_EQ(position.phase, 96);
     EXPECT_EQ(position.prev, nullptr);
-    EXPECT_EQ(written(position), "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w - -");
+    EXPECT_EQ(positionToFen(position), "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w - -");
 }
 
 TEST(Fen, WritingGivesBackThePlacement) {
     forRandomPositions(2000, 4, [](const Position& position, Random&) {
-        const Position again = positionOf(written(position));
+        const Position again = positionOf(positionToFen(position));
         ASSERT_TRUE(std::equal(std::begin(position.pieces), std::end(position.pieces), std::begin(again.pieces)));
         ASSERT_EQ(again.sideToMove(), position.sideToMove());
         ASSERT_EQ(again.inCheck, position.inCheck);
-        ASSERT_EQ(written(again), written(position));
+        ASSERT_EQ(positionToFen(again), positionToFen(position));
     });
 }
 
@@ -73,15 +63,15 @@ TEST(Validity, NamesWhatIsWrong) {
 }
 
 TEST(MoveText, WritesKindsAndNull) {
-    EXPECT_EQ(textOf(nullMove), "null");
-    EXPECT_EQ(textOf(encodeMove(e1, g1, castling)), "e1g1");
-    for (int i = 0; i < 4; ++i) EXPECT_EQ(textOf(encodeMove(e7, e8, promoteQueen + i)).back(), "qnrb"[i]);
+    EXPECT_EQ(moveText(nullMove), "null");
+    EXPECT_EQ(moveText(encodeMove(e1, g1, castling)), "e1g1");
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(moveText(encodeMove(e7, e8, promoteQueen + i)).back(), "qnrb"[i]);
 }
 
 TEST(MoveText, EveryMoveIsFoundAgainByItsText) {
     forRandomPositions(3000, 13, [](const Position& position, Random&) {
         for (const Move move : movesOf(position)) {
-            std::string text = textOf(move);
+            std::string text = moveText(move);
             text[0] = static_cast<char>(text[0] - 'a' + 'A'); // whatever the case
             Position child;
             ASSERT_EQ(applyMoveText(position, child, text.c_str()), 1);

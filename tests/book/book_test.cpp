@@ -14,7 +14,7 @@
 #include "book/settings.h"
 #include "platform/log.h"
 #include "support/boards.h"
-#include "support/output.h"
+#include "support/session.h"
 
 namespace helvan::testing {
 
@@ -27,15 +27,13 @@ unsigned encodedForBook(const std::string& move) {
     return square(2) | square(0) << 6 | static_cast<unsigned>(promotion) << 12;
 }
 
-class Book : public ::testing::Test {
+class Books : public ::testing::Test {
 protected:
-    Book() { std::srand(1); }
-    ~Book() override {
+    Books() { std::srand(1); }
+    ~Books() override {
         std::remove(name.c_str());
-        bestLineOnly = 1;
-        ownBook = 1;
-        std::strcpy(bookFileName, "helvan.bin");
-        reopenBook();
+        bookSettings = {};
+        reopenBook(session().book);
     }
 
     void add(std::uint64_t key, unsigned move, unsigned weight) {
@@ -53,8 +51,8 @@ protected:
     }
 
     static std::string probe(const Position& position) {
-        const Move move = probeBook(position);
-        return move == nullMove ? "" : textOf(move);
+        const Move move = probeBook(session().book, position);
+        return move == nullMove ? "" : moveText(move);
     }
 
     std::map<std::string, int> answersToProbes(int probes) {
@@ -91,13 +89,13 @@ TEST(PolyglotKey, AgreesWithThePublishedKeys) {
     EXPECT_EQ(checked, 9);
 }
 
-TEST_F(Book, WeightsAreChances) {
+TEST_F(Books, WeightsAreChances) {
     answerOf(start, {{"e2e4", 20}, {"d2d4", 30}, {"c2c4", 0}, {"g1f3", 30}});
     std::map<std::string, int> best = answersToProbes(700);
     EXPECT_EQ(best.size(), 2U);
     EXPECT_NEAR(best["d2d4"], 350, 66); // five standard deviations
     EXPECT_NEAR(best["g1f3"], 350, 66);
-    bestLineOnly = 0;
+    bookSettings.bestLineOnly = 0;
     std::map<std::string, int> all = answersToProbes(700);
     EXPECT_EQ(all.size(), 3U);
     EXPECT_NEAR(all["e2e4"], 175, 57);
@@ -105,7 +103,7 @@ TEST_F(Book, WeightsAreChances) {
     EXPECT_EQ(probe(start), "");
 }
 
-TEST_F(Book, IsPlayedFromWithoutSearch) {
+TEST_F(Books, IsPlayedFromWithoutSearch) {
     answerTo("position startpos");
     EXPECT_EQ(answerOf(start, {{"c2c5", 1}}), "");
     EXPECT_TRUE(contains(answerTo("go depth 1"), "info depth 1"));
@@ -114,7 +112,7 @@ TEST_F(Book, IsPlayedFromWithoutSearch) {
     EXPECT_TRUE(contains(answerTo("go depth 1 searchmoves a2a3"), "bestmove a2a3"));
 }
 
-TEST_F(Book, WrittenAnewInPlaceIsReadAnew) {
+TEST_F(Books, WrittenAnewInPlaceIsReadAnew) {
     EXPECT_EQ(answerOf(start, {{"e2e4", 1}, {"e2e4", 1}, {"e2e4", 1}}), "e2e4");
     for (const char* moves : {"d2d4 d2d4", "c2c4", "g1f3 g1f3 g1f3 g1f3", "b1c3 b1c3 b1c3 b1c3"}) {
         bytes.clear();
@@ -126,13 +124,13 @@ TEST_F(Book, WrittenAnewInPlaceIsReadAnew) {
     }
 }
 
-TEST_F(Book, FindsEveryEntryOfASortedBook) {
+TEST_F(Books, FindsEveryEntryOfASortedBook) {
     std::map<std::uint64_t, std::string> entries;
     std::vector<Position> positions;
     forRandomPositions(300, 5, [&](const Position& position, Random& random) {
         std::vector<Move> moves = legalMovesOf(position);
         std::erase_if(moves, [](Move move) { return moveKind(move) == castling; }); // which books write otherwise
-        if (moves.empty() || !entries.emplace(polyglotKey(position), textOf(oneOf(random, moves))).second) return;
+        if (moves.empty() || !entries.emplace(polyglotKey(position), moveText(oneOf(random, moves))).second) return;
         positions.push_back(position);
     });
     for (const auto& [key, move] : entries) add(key, encodedForBook(move), 1);
@@ -140,7 +138,7 @@ TEST_F(Book, FindsEveryEntryOfASortedBook) {
     for (const Position& position : positions) EXPECT_EQ(probe(position), entries[polyglotKey(position)]);
 }
 
-TEST_F(Book, CastlingAndPromotionsAreTranslated) {
+TEST_F(Books, CastlingAndPromotionsAreTranslated) {
     const char* castlings = "r3k2r/8/8/8/8/8/8/R3K2R w KQkq -";
     const char* black = "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -";
     const char* promotion = "8/P7/8/8/8/4k3/8/4K3 w - -";
@@ -151,7 +149,7 @@ TEST_F(Book, CastlingAndPromotionsAreTranslated) {
     for (const auto& [fen, inBook, own] : rows) EXPECT_EQ(answerOf(positionOf(fen), {{inBook, 1}}), own) << inBook;
 }
 
-TEST_F(Book, OneIllegalMoveSpoilsThePosition) {
+TEST_F(Books, OneIllegalMoveSpoilsThePosition) {
     const std::string logName = name + ".log";
     openLog(logName.c_str());
     EXPECT_EQ(answerOf(start, {{"e2e4", 30}, {"e2e5", 1}}), "");
@@ -170,11 +168,11 @@ TEST_F(Book, OneIllegalMoveSpoilsThePosition) {
 }
 
 // Whatever the file holds, the answer is a legal move of the position or none.
-TEST_F(Book, SurvivesFilesThatAreNoBooks) {
+TEST_F(Books, SurvivesFilesThatAreNoBooks) {
     EXPECT_EQ(answerOf(start, {}), "");
     for (const std::string& noFile : {::testing::TempDir(), std::string("/no/such/book")}) {
-        std::strcpy(bookFileName, noFile.c_str());
-        reopenBook();
+        std::strcpy(bookSettings.bookFileName, noFile.c_str());
+        reopenBook(session().book);
         EXPECT_EQ(probe(start), "") << noFile;
     }
     Random random(3);
@@ -186,7 +184,7 @@ TEST_F(Book, SurvivesFilesThatAreNoBooks) {
         }
         bytes.resize(bytes.size() - std::min<std::size_t>(bytes.size(), below(random, 40)));
         open();
-        const Move move = probeBook(start);
+        const Move move = probeBook(session().book, start);
         ASSERT_TRUE(move == nullMove || isLegal(start, move));
     }
     // More entries than any position has moves.

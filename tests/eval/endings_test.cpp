@@ -12,6 +12,7 @@
 #include "eval/evaluate.h"
 #include "eval/pawn_bitbase.h"
 #include "support/boards.h"
+#include "support/eval_parameters.h"
 
 namespace helvan::testing {
 
@@ -192,8 +193,8 @@ TEST(Endings, TheEvaluatorsSeeBothColoursAlike) {
     for (const char* men : {"KPk", "KBNk", "KBPk", "KNPk"}) {
         for (int i = 0; i < 20000; ++i) {
             const Position position = scattered(men, random);
-            ASSERT_EQ(evaluate(position), evaluate(transformed(position, 56, true)));
-            ASSERT_EQ(scoreOf(position), position.sideToMove() == white ? evaluate(position) : -evaluate(position));
+            ASSERT_EQ(evaluated(position), evaluated(transformed(position, 56, true)));
+            ASSERT_EQ(scoreOf(position), position.sideToMove() == white ? evaluated(position) : -evaluated(position));
             // Left and right are the same, too, but that a bishop changes its colour with its file: so does its pawn.
             ASSERT_EQ(scoreOf(position), scoreOf(transformed(position, 7, false)));
         }

@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "eval/endings.h"
-#include "eval/pawn_table.h"
 #include "eval/scaling.h"
+#include "search/tables.h"
 #include "support/boards.h"
 #include "support/eval_parameters.h"
 
@@ -49,9 +51,9 @@ TEST_F(Parameters, BoardsMirroredLeftToRightScoreTheSame) {
 
 TEST(Evaluate, CacheAndExplanationAgree) {
     forRandomPositions(100000, 22, [](const Position& position, Random&) {
-        const int score = evaluate(position);
+        const int score = evaluated(position);
         ASSERT_EQ(score, freshScore(position));
-        ASSERT_EQ(evaluate(position), score);
+        ASSERT_EQ(evaluated(position), score);
         ASSERT_LE(std::abs(score), largestEvaluation);
     });
 }
@@ -110,32 +112,32 @@ TEST(Scaling, RoundsHalfAwayFromZero) {
 }
 
 TEST_F(Parameters, KingSafetyFollowsTheOption) {
-    kingSafetyAggressiveness = 0;
+    evalParameters.kingSafetyAggressiveness = 0;
     initEvalTables();
     for (int units = 0; units < 300; ++units) EXPECT_EQ(evalTables.kingSafetyTable[units], PackedScore{});
-    kingSafetyAggressiveness = 10;
+    evalParameters.kingSafetyAggressiveness = 10;
     initEvalTables();
     EXPECT_EQ(evalTables.kingSafetyTable[127], packed(14750, 0));
     EXPECT_EQ(evalTables.kingSafetyTable[255], packed(14750, 0));
-    kingSafetyAggressiveness = -2147483647;
+    evalParameters.kingSafetyAggressiveness = -2147483647;
     initEvalTables(); // whatever it is worth, it stays in its lane
     EXPECT_EQ(evalTables.kingSafetyTable[127].endgame(), 0);
 }
 
 TEST_F(Parameters, OldScoresOutliveAChangeButPawnStructuresDoNot) {
     const Position position = positionOf("4k3/pp4pp/8/8/3P4/8/PP4PP/R3K3 w - -");
-    evalCache.fill({});
-    initEvalTables();
-    const int before = evaluate(position);
-    const std::uint64_t probes = etableProbes, hits = etableHits;
+    const auto tables = std::make_unique<SearchTables>();
+    EvalCaches& own = tables->evalCaches;
+    const int before = evaluate(position, own);
+    EXPECT_EQ(own.etableProbes, 1U);
     evalParameters.isolatedHalfOpen = packed(-5000, -5000);
-    initEvalTables();
-    EXPECT_EQ(evaluate(position), before);
-    EXPECT_EQ(etableProbes, probes);
-    evalCache.fill({});
-    EXPECT_NE(evaluate(position), before);
-    EXPECT_EQ(etableProbes, probes + 1);
-    EXPECT_EQ(etableHits, hits);
+    rebuildTables(*tables);
+    EXPECT_EQ(evaluate(position, own), before);
+    EXPECT_EQ(own.etableProbes, 1U);
+    own.evalCache.fill({});
+    EXPECT_NE(evaluate(position, own), before);
+    EXPECT_EQ(own.etableProbes, 2U);
+    EXPECT_EQ(own.etableHits, 0U);
 }
 
 TEST(Tables, IslandsCountFromTheSecond) {

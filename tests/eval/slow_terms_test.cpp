@@ -155,8 +155,8 @@ private:
         Sum &own = rows["passed pawns"], &enemy = enemyRows["passed pawns"];
         own += p.passedBaseTable[r];
         if (r <= 1) return;
-        own.endgame += passedByOwnKingSteps[r][kingDistance(ownKing, stop)];
-        own.endgame += passedByEnemyKingSteps[r][kingDistance(enemyKing, stop)];
+        own.endgame += passedByOwnKingSteps[r][kingDistance(ownKing, stop)].endgame();
+        own.endgame += passedByEnemyKingSteps[r][kingDistance(enemyKing, stop)].endgame();
         if (kingDistance(ownKing, promotion) <= 1) own += p.kingAtPromotion;
         if (kingDistance(enemyKing, promotion) <= 1) enemy += p.kingAtPromotion;
         bool ownRook = false, enemyRook = false, pursued = false;

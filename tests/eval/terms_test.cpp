@@ -44,7 +44,6 @@ TEST_F(Terms, AreCreditedAsOftenAsListed) {
         ASSERT_TRUE(row != rows.end() && index < row->count) << line;
         const Position position = positionOf(fen);
         evalParameters = EvalParameters{};
-        kingSafetyAggressiveness = 0;
         const int without = openingSum(position);
         row->values[index] = packed(value, value);
         EXPECT_EQ(openingSum(position) - without, value * credits) << line;

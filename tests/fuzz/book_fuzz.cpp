@@ -36,24 +36,26 @@ void putKeys(std::string& bytes, std::uint64_t key) {
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     initSlidingAttacks();
-    std::snprintf(bookFileName, bookFileCapacity, "/tmp/helvan_book_fuzz_%d.bin", static_cast<int>(getpid()));
-    std::atexit([] { std::remove(bookFileName); });
+    std::snprintf(bookSettings.bookFileName, bookFileCapacity, "/tmp/helvan_book_fuzz_%d.bin",
+                  static_cast<int>(getpid()));
+    std::atexit([] { std::remove(bookSettings.bookFileName); });
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     Position position;
-    setupFromFen(position, positions[data[0] % std::size(positions)]);
-    bestLineOnly = data[0] >> 7;
+    if (setupFromFen(position, positions[data[0] % std::size(positions)]) != nullptr) std::abort();
+    bookSettings.bestLineOnly = data[0] >> 7;
     std::string bytes = fuzz::textOf(data + 1, size - 1);
     putKeys(bytes, polyglotKey(position));
-    std::FILE* file = std::fopen(bookFileName, "wb");
+    std::FILE* file = std::fopen(bookSettings.bookFileName, "wb");
     if (file == nullptr) std::abort();
     std::fwrite(bytes.data(), 1, bytes.size(), file);
     std::fclose(file);
-    reopenBook();
-    const Move move = probeBook(position);
+    static Book book;
+    reopenBook(book);
+    const Move move = probeBook(book, position);
     Move legal[maxMoves];
     const int count = legalMoves(position, legal);
     if (move != nullMove && std::find(legal, legal + count, move) == legal + count) std::abort();

@@ -3,11 +3,12 @@
 // Whole dialogues, one line of the input a command. While a search runs it polls for further lines, so commands come in
 // the middle of searches too; when no line is left the searches are stopped.
 #include <cstring>
+#include <map>
 #include <sstream>
 
 #include "fuzz_support.h"
-#include "protocol/command_queue.h"
 #include "protocol/number_text.h"
+#include "protocol/options.h"
 #include "protocol/position_command.h"
 #include "protocol/set_option.h"
 #include "protocol/uci.h"
@@ -18,6 +19,12 @@ using namespace helvan;
 namespace {
 
 std::istringstream dialogue;
+
+Session& session() {
+    static GameHistory gameHistory;
+    static Session only{fuzz::tables(), gameHistory};
+    return only;
+}
 
 // "quit", positions of no kind, a FEN without a side and tables larger than memory end the process, as they should.
 constexpr std::size_t longestPlacement = 200; // a longer one is cut, perhaps before the side to move
@@ -40,36 +47,43 @@ bool isSlow(const Words& words) {
 
 // What one input sets must not be there for the next, or a finding could not be repeated from its input.
 void forgetAll() {
-    for (const char* option :
-         {"Hash value 1", "OwnBook value false", "MultiPV value 1", "Ponder value true", "Book File value helvan.bin",
-          "use lmr value true", "null move pruning value true", "deterministic value true", "Best Line value true",
-          "Drawscore value -5", "King Safety Aggressiveness value 6", "move overhead milliseconds value 20"}) {
-        handleLine((std::string("setoption name ") + option).c_str());
+    static const std::map<std::string, std::string> atFirst = [] {
+        std::map<std::string, std::string> values;
+        for (const Option& option : options()) values[option.name] = valueText(option);
+        values["Hash"] = std::to_string(fuzz::smallHash);
+        values["OwnBook"] = "false";
+        values["deterministic"] = "true";
+        return values;
+    }();
+    for (const Option& option : options()) {
+        handleLine(session(), std::string("setoption name ") + option.name + " value " + atFirst.at(option.name));
     }
-    resetGame();
+    session().hardLimitPercent = 500;
+    resetGame(session().gameHistory);
 }
 
 bool handleNextLine() {
     std::string line;
     if (!std::getline(dialogue, line)) return false;
     line = line.substr(0, line.find_first_of(std::string("\f\r\0", 3))); // where the engine takes it to end
-    const Words words(line.c_str());
+    const Words words(line);
     if (endsTheProcess(words) || isSlow(words)) return true;
     if (words.is(0, "go")) line += " nodes " + std::to_string(fuzz::fewNodes);
-    appendLine(commandQueue(), line.c_str());
-    pollCommand();
+    appendLine(session().queue, line);
+    pollCommand(session());
     return true;
 }
 
 void pollDialogue() {
-    if (!handleNextLine()) stopAllSearches();
+    if (!handleNextLine()) handleLine(session(), "stop");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     fuzz::prepareEngine();
-    pollInput = pollDialogue;
+    session().poll = pollDialogue;
+    session().uninterruptedNodes = 0; // boards full of queens are common
     return 0;
 }
 

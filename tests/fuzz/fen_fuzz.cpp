@@ -2,14 +2,12 @@
 //
 // A position from any text: its moves, their exchanges and checks, its evaluation and, where chess can be played from
 // it, a short search.
-#include "board/advance.h"
 #include "board/checks.h"
 #include "board/display.h"
 #include "board/exchange.h"
 #include "board/fen.h"
 #include "board/legal_moves.h"
 #include "board/moves.h"
-#include "board/node_counter.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
 #include "book/polyglot_key.h"
@@ -21,19 +19,12 @@ using namespace helvan;
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     fuzz::prepareEngine();
-    pollInput = nullptr;
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    constexpr std::size_t longest = 200; // a longer one is cut by the engine, perhaps before the side to move
-    const std::string text = fuzz::textOf(data, size);
-    const std::string fen = text.substr(0, text.find('\0'));
-    // Without a side to move the process ends, as it should.
-    const std::size_t side = fen.find(' ');
-    if (side >= longest || side + 1 >= fen.size() || (fen[side + 1] != 'w' && fen[side + 1] != 'b')) return 0;
     Position position;
-    setupFromFen(position, fen.c_str());
+    if (setupFromFen(position, fuzz::textOf(data, size).c_str()) != nullptr) return 0;
     dropUnfoundedCastlingRights(position);
     refreshPieceSums(position);
     printBoard(position);
@@ -48,9 +39,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (unplayableReason(position) != nullptr) return 0;
     legalMoves(position, moves);
-    evaluate(position);
-    const SearchScope scope;
-    nodeCounter.limit = fuzz::fewNodes;
-    think(position, noTimeGoalSeconds, 6, "");
+    evaluate(position, fuzz::tables().evalCaches);
+    // Depth 1 may be interrupted: boards full of queens are common. What one input leaves behind must not matter to
+    // the next.
+    Search search(fuzz::tables(), {.depth = 6, .nodes = fuzz::fewNodes, .forget = true, .uninterruptedNodes = 0});
+    think(search, position);
     return 0;
 }

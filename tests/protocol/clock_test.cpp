@@ -8,11 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "protocol/options.h"
-#include "protocol/time_allotment.h"
-#include "search/limits.h"
+#include "protocol/go_command.h"
+#include "search/stopping.h"
 #include "support/boards.h"
-#include "support/output.h"
+#include "support/session.h"
 
 namespace helvan::testing {
 
@@ -27,40 +26,53 @@ struct Deadlines {
     double hard;
 };
 
-std::vector<Deadlines> seen; // by the polls of a search, each pair once in a row
-std::size_t mostSeen = 0;    // then the search is stopped
-
-void lookAtDeadlines() {
-    const double start = searchState.searchStartTime;
-    const Deadlines now = {searchState.softDeadline - start, searchState.hardDeadline - start};
-    if (seen.empty() || seen.back().soft != now.soft || seen.back().hard != now.hard) seen.push_back(now);
-    if (seen.size() >= mostSeen) stopAllSearches();
+Deadlines deadlinesOf(const Search& search) {
+    return {search.softDeadline - search.searchStartTime, search.hardDeadline - search.searchStartTime};
 }
 
-class Clocks : public ::testing::Test {
-protected:
-    Clocks() { answerTo("position startpos"); }
-    ~Clocks() override {
-        pollInput = nullptr;
-        moveOverheadMilliseconds = 20;
-        hardLimitPercent = 500;
-    }
-
-    // The first so many deadlines that the search of this line has.
-    static const std::vector<Deadlines>& deadlinesOf(const std::string& go, std::size_t count) {
-        seen.clear();
-        mostSeen = count;
-        pollInput = lookAtDeadlines;
-        answerTo(go);
-        pollInput = nullptr;
-        EXPECT_GE(seen.size(), 1U) << go;
-        if (seen.empty()) seen.push_back({-1, -1});
-        return seen;
-    }
-
-    // Those that it begins with.
-    static Deadlines deadlinesOf(const std::string& go) { return deadlinesOf(go, 1).front(); }
+struct ClockSettings {
+    int overheadMilliseconds = 20;
+    int hardLimitPercent = 500;
 };
+
+GoPlan planOf(const std::string& go, const Position& position, ClockSettings settings = {}) {
+    return planGo(readGoParameters(Words(go)), {.position = position,
+                                                .overheadMilliseconds = settings.overheadMilliseconds,
+                                                .multiPv = 1,
+                                                .deterministic = false,
+                                                .hardLimitPercent = settings.hardLimitPercent});
+}
+
+// Those that a search of this line at the start position begins with.
+Deadlines deadlinesOf(const std::string& go, ClockSettings settings = {}) {
+    static const Position start = positionOf(startFen);
+    Search search(tables(), planOf(go, start, settings).limits);
+    setDeadlines(search);
+    return deadlinesOf(search);
+}
+
+// The search of this line is stopped after so many nodes.
+template <typename Look> std::string watched(const std::string& go, std::uint64_t nodes, Look look) {
+    session().poll = [&] {
+        Search& search = *session().running.back();
+        look(search);
+        if (search.nodes > nodes) search.stopSearch = true;
+    };
+    const std::string answer = answerTo(go);
+    session().poll = {};
+    return answer;
+}
+
+// The deadlines that the search of this line has one after the other, until it has so many or is stopped.
+std::vector<Deadlines> allDeadlinesOf(const std::string& go, std::size_t count, std::uint64_t nodes = unlimitedNodes) {
+    std::vector<Deadlines> seen;
+    watched(go, nodes, [&](Search& search) {
+        const Deadlines now = deadlinesOf(search);
+        if (seen.empty() || seen.back().soft != now.soft || seen.back().hard != now.hard) seen.push_back(now);
+        if (seen.size() >= count) search.stopSearch = true;
+    });
+    return seen;
+}
 
 // A clock of a hundred hours, of which no search takes much.
 const std::string longGo = "go wtime 360000000";
@@ -72,7 +84,7 @@ std::string words(const char* name, double milliseconds) {
 
 } // namespace
 
-TEST_F(Clocks, AreSharedOut) {
+TEST(Clocks, AreSharedOut) {
     constexpr int asBefore = -1;
     struct {
         MoverClock clock;
@@ -106,7 +118,7 @@ TEST_F(Clocks, AreSharedOut) {
     }
 }
 
-TEST_F(Clocks, SetTheDeadlines) {
+TEST(Clocks, SetTheDeadlines) {
     struct {
         int overhead;
         const char* go;
@@ -138,20 +150,17 @@ TEST_F(Clocks, SetTheDeadlines) {
         {5000, "go movetime 300", {0.3, 0.3}},
     };
     for (const auto& [overhead, go, expected] : rows) {
-        moveOverheadMilliseconds = overhead;
-        hardLimitPercent = 500;
-        const Deadlines deadlines = deadlinesOf(go);
+        const Deadlines deadlines = deadlinesOf(go, {.overheadMilliseconds = overhead});
         EXPECT_NEAR(deadlines.soft, expected.soft, 0.0002) << overhead << ": " << go;
         EXPECT_NEAR(deadlines.hard, expected.hard, 0.0002) << overhead << ": " << go;
     }
 }
 
 // What is shared out stands wherever the clock holds it and the overhead; elsewhere the clock decides.
-TEST_F(Clocks, AreNotOverrunAndNotWasted) {
+TEST(Clocks, AreNotOverrunAndNotWasted) {
     constexpr int stored = 500;
     const double times[] = {-60000, 0, 1, 9, 15, 25, 60, 100, 300, 1000, 1900, 9900, 60000, 1e6};
     for (const int overhead : {0, 20, 100, 1000, 5000}) {
-        moveOverheadMilliseconds = overhead;
         for (const double left : times) {
             for (const double increment : {0, 1, 100, 1000}) {
                 for (const int movesToGo : {-1, 0, 1, 2, 40}) {
@@ -162,8 +171,7 @@ TEST_F(Clocks, AreNotOverrunAndNotWasted) {
                     const double stretch = std::max(allotment.maxGoalPercent.value_or(stored), 100) / 100.0;
                     const double literal = stretch * allotment.goalSeconds;
                     const double least = stretch * (movesToGo != 0 ? 0.005 : 0.002);
-                    hardLimitPercent = stored;
-                    const double hard = deadlinesOf(go).hard;
+                    const double hard = deadlinesOf(go, {overhead, stored}).hard;
                     const double spare = (left - overhead) / 1000;
                     constexpr double rounding = 1e-6; // of the clock's own numbers
                     if (literal <= spare) {
@@ -179,7 +187,7 @@ TEST_F(Clocks, AreNotOverrunAndNotWasted) {
 }
 
 // Whatever the numbers.
-TEST_F(Clocks, HugeNumbersStayFinite) {
+TEST(Clocks, HugeNumbersStayFinite) {
     const double times[] = {-9.3e15, -60.0, 0.0, 0.001, 1.0, 3000.0, 9.3e15};
     for (const double left : times) {
         for (const double increment : times) {
@@ -200,27 +208,29 @@ TEST_F(Clocks, HugeNumbersStayFinite) {
     }
 }
 
-TEST_F(Clocks, AreTheMoversAndSetHowFarTheSearchMayRun) {
+TEST(Clocks, AreTheMoversAndSetHowFarTheSearchMayRun) {
     answerTo("position fen 7k/5Q2/6K1/8/8/8/8/8 b - -"); // stalemate: the answers come at once
     EXPECT_TRUE(
         contains(answerTo("go wtime 1000 btime 60000 movestogo 40"), "goal:    1.551   max_goal_perc:      550 \n"));
-    EXPECT_EQ(hardLimitPercent, 550);
+    EXPECT_EQ(session().hardLimitPercent, 550);
     EXPECT_TRUE(contains(answerTo("go wtime 60000 movestogo 40"), "goal:    0.005 ")); // not the mover's
     EXPECT_TRUE(contains(answerTo("go btime -60000 movestogo 40"), "goal:    0.005   max_goal_perc:     2100 \n"));
     answerTo("go btime 1000 binc 1000 winc 10");
-    EXPECT_EQ(hardLimitPercent, 300);
+    EXPECT_EQ(session().hardLimitPercent, 300);
     EXPECT_TRUE(contains(answerTo("go depth -1 btime 60000"), "goal:")); // a negative depth is no limit
-    hardLimitPercent = 123;
+    session().hardLimitPercent = 123;
     for (const char* keeps : {"go wtime 60000 btime 60000", "go depth 2 btime 60000 movestogo 40",
                               "go nodes 5 btime 60000 movestogo 40", "go movetime 20 btime 60000 movestogo 40"}) {
         EXPECT_FALSE(contains(answerTo(keeps), "goal:")) << keeps;
-        EXPECT_EQ(hardLimitPercent, 123) << keeps;
+        EXPECT_EQ(session().hardLimitPercent, 123) << keeps;
     }
+    session().hardLimitPercent = 500;
 }
 
 // The more of the nodes go into one best move, the sooner no iteration begins any more: from the fifth on.
-TEST_F(Clocks, ASteadyBestMoveEndsTheSearchSooner) {
-    const std::vector<Deadlines> all = deadlinesOf(longGo + " searchmoves e2e4", 5);
+TEST(Clocks, ASteadyBestMoveEndsTheSearchSooner) {
+    answerTo("position startpos");
+    const std::vector<Deadlines> all = allDeadlinesOf(longGo + " searchmoves e2e4", 5);
     ASSERT_EQ(all.size(), 5U);
     EXPECT_NEAR(all[0].soft, 0.75 * longGoal, 1e-6);
     const auto shareOf = [&](const Deadlines& at) { return (102 - 100 * at.soft / longGoal / 2.5) / 100; };
@@ -231,34 +241,34 @@ TEST_F(Clocks, ASteadyBestMoveEndsTheSearchSooner) {
     }
 }
 
-TEST_F(Clocks, ANewBestMoveGivesTheSearchMoreTime) {
+TEST(Clocks, ANewBestMoveGivesTheSearchMoreTime) {
     answerTo("position fen 2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - -");
     bool longer = false;
-    for (const Deadlines& at : deadlinesOf(longGo, 6)) {
+    for (const Deadlines& at : allDeadlinesOf(longGo, 6)) {
         longer = longer || std::abs(at.soft - 1.2 * longGoal) < 1e-6;
         EXPECT_TRUE(at.soft <= 0.8 * longGoal + 1e-6 || at.soft > 1.19 * longGoal) << at.soft;
     }
     EXPECT_TRUE(longer);
 }
 
-TEST_F(Clocks, AFixedTimeHoldsWhateverTheBestMoveDoes) {
-    seen.clear();
-    pollInput = [] {
-        mostSeen = 1000;
-        lookAtDeadlines();
-        if (nodeCounter.count > 20000) stopAllSearches();
-    };
-    EXPECT_TRUE(contains(answerTo("go movetime 600000"), "info depth 6 time"));
-    ASSERT_EQ(seen.size(), 1U);
-    EXPECT_NEAR(seen[0].soft, 600, 1e-6);
+TEST(Clocks, AFixedTimeHoldsWhateverTheBestMoveDoes) {
+    answerTo("position startpos");
+    std::vector<Deadlines> seen;
+    EXPECT_TRUE(
+        contains(watched("go movetime 600000", 20000, [&](Search& search) { seen.push_back(deadlinesOf(search)); }),
+                 "info depth 6 time"));
+    ASSERT_FALSE(seen.empty());
+    for (const Deadlines& at : seen) {
+        EXPECT_NEAR(at.soft, 600, 1e-6);
+        EXPECT_NEAR(at.hard, 600, 1e-6);
+    }
 }
 
-TEST_F(Clocks, NoIterationBeginsAfterTheSoftDeadline) {
-    pollInput = [] {
-        searchState.softDeadline = 0; // long past
-        if (nodeCounter.count > 1000000) stopAllSearches();
-    };
-    const std::string answer = answerTo("go movetime 600000");
+TEST(Clocks, NoIterationBeginsAfterTheSoftDeadline) {
+    answerTo("position startpos");
+    const std::string answer = watched("go movetime 600000", 1000000, [](Search& search) {
+        search.softDeadline = 0; /* long past */
+    });
     EXPECT_FALSE(contains(answer, "info depth 6")) << answer;
 }
 

@@ -10,9 +10,8 @@
 #include "protocol/command_queue.h"
 #include "protocol/go_command.h"
 #include "protocol/position_command.h"
-#include "search/limits.h"
 #include "support/boards.h"
-#include "support/output.h"
+#include "support/session.h"
 
 namespace helvan::testing {
 
@@ -24,19 +23,16 @@ GoParameters parametersOf(const char* line) { return readGoParameters(Words(line
 
 TEST(CommandQueue, KeepsOrderAndLosesAllWhenItOverflows) {
     const auto queue = std::make_unique<CommandQueue>();
-    char line[lineCapacity];
-    EXPECT_FALSE(takeLine(*queue, line));
+    EXPECT_FALSE(takeLine(*queue));
     for (const int count : {127, 129}) {
-        for (int i = 0; i < count; ++i) appendLine(*queue, std::to_string(i).c_str());
+        for (int i = 0; i < count; ++i) appendLine(*queue, std::to_string(i));
         for (int i = count == 127 ? 0 : 128; i < count; ++i) {
-            ASSERT_TRUE(takeLine(*queue, line));
-            ASSERT_EQ(line, std::to_string(i));
+            ASSERT_EQ(takeLine(*queue), std::to_string(i));
         }
-        EXPECT_FALSE(takeLine(*queue, line));
+        EXPECT_FALSE(takeLine(*queue));
     }
-    appendLine(*queue, std::string(3 * lineCapacity, 'x').c_str());
-    ASSERT_TRUE(takeLine(*queue, line));
-    EXPECT_EQ(std::string(line).size(), lineCapacity - 1U);
+    appendLine(*queue, std::string(3 * lineCapacity, 'x'));
+    EXPECT_EQ(takeLine(*queue).value_or("").size(), lineCapacity - 1U);
 }
 
 TEST(CommandQueue, BytesAreCutAtLineEndsWhateverPiecesTheyComeIn) {
@@ -50,11 +46,9 @@ TEST(CommandQueue, BytesAreCutAtLineEndsWhateverPiecesTheyComeIn) {
             cutter.cut(*queue, input.data() + at, std::min(piece, input.size() - at));
         }
         cutter.finish(*queue);
-        char line[lineCapacity];
         for (const std::string& expected : lines) {
             EXPECT_TRUE(lineWaits(*queue));
-            ASSERT_TRUE(takeLine(*queue, line));
-            ASSERT_TRUE(line == expected) << expected.size();
+            ASSERT_TRUE(takeLine(*queue) == expected) << expected.size();
         }
         EXPECT_FALSE(lineWaits(*queue));
     }
@@ -72,34 +66,26 @@ TEST(Commands, UnknownOnesAndBlanksGetNoAnswer) {
 
 TEST(Commands, PositionFollowsTheGame) {
     EXPECT_EQ(answerTo("position  startpos   moves e2e4 E7E5 g1f3"), "");
-    EXPECT_EQ(gameHistory.ply, 3);
-    EXPECT_EQ(textOf(gameHistory.current().lastMove), "g1f3");
-    EXPECT_EQ(gameHistory.current().prev, &gameHistory.positions[2]);
+    EXPECT_EQ(session().gameHistory.ply, 3);
+    EXPECT_EQ(moveText(session().gameHistory.current().lastMove), "g1f3");
+    EXPECT_EQ(session().gameHistory.current().prev, &session().gameHistory.positions[2]);
     EXPECT_EQ(answerTo("position startpos moves"), "");
-    EXPECT_EQ(gameHistory.ply, 0);
+    EXPECT_EQ(session().gameHistory.ply, 0);
     EXPECT_EQ(answerTo("position fen 4k3/8/8/8/8/8/8/4K2R w KQkq - 12 34 moves e1g1"), "");
-    EXPECT_EQ(textOf(gameHistory.current().lastMove), "e1g1");
+    EXPECT_EQ(moveText(session().gameHistory.current().lastMove), "e1g1");
     // Castling rights without a rook are dropped.
     EXPECT_EQ(answerTo("position fen 4k3/8/8/8/8/8/8/4K2R w KQkq - moves e1c1"), "info string illegal move e1c1\n");
-    EXPECT_EQ(gameHistory.current().touched, (rank1 | rank8) & ~(bit(e1) | bit(h1) | bit(e8)));
-    EXPECT_EQ(gameHistory.current().key, keyOf(gameHistory.current()));
+    EXPECT_EQ(session().gameHistory.current().touched, (rank1 | rank8) & ~(bit(e1) | bit(h1) | bit(e8)));
+    EXPECT_EQ(session().gameHistory.current().key, keyOf(session().gameHistory.current()));
 }
 
 TEST(Commands, PositionKeepsTheLastGoodState) {
     EXPECT_EQ(answerTo("position startpos moves e2e4 e2e4 e7e5"), "info string illegal move e2e4\n");
-    EXPECT_EQ(gameHistory.ply, 1);
+    EXPECT_EQ(session().gameHistory.ply, 1);
     EXPECT_EQ(answerTo("position fen 8/8/8/8/8/8/8/8 w -").substr(0, 11), "info string");
     EXPECT_EQ(answerTo("position fen 8/8/8/8/8/8/8/8 w - moves e2e4").substr(0, 11), "info string");
-    EXPECT_EQ(gameHistory.ply, 1);
-    EXPECT_EQ(textOf(gameHistory.current().lastMove), "e2e4");
-}
-
-TEST(Commands, MovesOfAPositionCommandAreNoNodes) {
-    nodeCounter = NodeCounter{.count = 5, .limit = 5};
-    EXPECT_EQ(answerTo("position startpos moves e2e4 e7e5"), "");
-    EXPECT_EQ(nodeCounter.count, 5U);
-    EXPECT_EQ(nodeCounter.stopSearch, 0);
-    nodeCounter = NodeCounter{};
+    EXPECT_EQ(session().gameHistory.ply, 1);
+    EXPECT_EQ(moveText(session().gameHistory.current().lastMove), "e2e4");
 }
 
 TEST(GoParameters, AreReadInAnyOrder) {
@@ -112,7 +98,7 @@ TEST(GoParameters, AreReadInAnyOrder) {
     EXPECT_EQ(go.depth, 7);
     EXPECT_EQ(go.nodeLimit, 12);
     EXPECT_EQ(go.movesToGo, 30);
-    EXPECT_EQ(go.searchMoves, "e2e4 d2d4 ");
+    EXPECT_EQ(go.searchMoves, (std::vector<std::string>{"e2e4", "d2d4"}));
     EXPECT_TRUE(go.infinite);
     EXPECT_FALSE(go.ponder);
 }

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <limits>
-#include <map>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -15,10 +13,7 @@
 #include "eval/parameters.h"
 #include "protocol/options.h"
 #include "protocol/set_option.h"
-#include "search/rebuild.h"
-#include "search/settings.h"
-#include "search/transposition_table.h"
-#include "support/output.h"
+#include "support/session.h"
 
 namespace helvan::testing {
 
@@ -52,21 +47,18 @@ std::string textOf(const std::string& document) {
 // Every setting gets its value back after each test, and whatever was built from it.
 class Options : public ::testing::Test {
 protected:
-    Options() {
-        for (int* setting : {&ownBook, &hashMegabytes, &multiPv, &ponderAllowed}) save(setting);
-        for (const SpinParam* param = spinParams; param->name[0] != '\0'; ++param) save(param->value);
-        for (const CheckParam* param = checkParams; param->name[0] != '\0'; ++param) save(param->value);
-    }
     ~Options() override {
-        for (const auto& [setting, value] : saved) *setting = value;
-        std::strcpy(bookFileName, "helvan.bin");
-        transpositionTable.release();
-        rebuildTables();
+        searchSettings = {};
+        protocolSettings = {};
+        bookSettings = {};
+        evalParameters.kingSafetyAggressiveness = aggressiveness;
+        tables().transpositionTable.release();
+        rebuildTables(tables());
+        reopenBook(session().book);
     }
 
 private:
-    std::map<int*, int> saved;
-    void save(int* setting) { saved[setting] = *setting; }
+    int aggressiveness = evalParameters.kingSafetyAggressiveness;
 };
 
 } // namespace
@@ -93,17 +85,19 @@ TEST_F(Options, NamesIgnoreCaseAndNumbersAreTakenAsGiven) {
         const char* words;
         const int* setting;
         int value;
-    } const rows[] = {{"kInG SAFETY aggressiveness value 3", &kingSafetyAggressiveness, 3},
-                      {"Drawscore value -400", &drawScore, -400},
-                      {"Drawscore value many", &drawScore, 0},
-                      {"MultiPV value 500", &multiPv, 500},
-                      {"MultiPV", &multiPv, 0},
-                      {"move overhead milliseconds value 99999999999999999999", &moveOverheadMilliseconds, largestInt},
-                      {"move overhead milliseconds value -4294967297", &moveOverheadMilliseconds, smallestInt},
-                      {"Best Line value FALSE", &bestLineOnly, 0},
-                      {"OwnBook value off", &ownBook, 0},
-                      {"OwnBook value TRUE", &ownBook, 1},
-                      {"Ponder value 1", &ponderAllowed, 0}};
+    } const rows[] = {
+        {"kInG SAFETY aggressiveness value 3", &evalParameters.kingSafetyAggressiveness, 3},
+        {"Drawscore value -400", &searchSettings.drawScore, -400},
+        {"Drawscore value many", &searchSettings.drawScore, 0},
+        {"MultiPV value 500", &searchSettings.multiPv, 500},
+        {"MultiPV", &searchSettings.multiPv, 0},
+        {"move overhead milliseconds value 99999999999999999999", &protocolSettings.moveOverheadMilliseconds,
+         largestInt},
+        {"move overhead milliseconds value -4294967297", &protocolSettings.moveOverheadMilliseconds, smallestInt},
+        {"Best Line value FALSE", &bookSettings.bestLineOnly, 0},
+        {"OwnBook value off", &bookSettings.ownBook, 0},
+        {"OwnBook value TRUE", &bookSettings.ownBook, 1},
+        {"Ponder value 1", &protocolSettings.ponderAllowed, 0}};
     for (const auto& [words, setting, value] : rows) {
         EXPECT_EQ(answerToOption(words), "");
         EXPECT_EQ(*setting, value) << words;
@@ -139,7 +133,7 @@ TEST_F(Options, WhatIsNotUnderstoodIsAnswered) {
     EXPECT_EQ(answerToOption("Use LMR value yes Please"),
               "info string yes please not recognized as checkbox argument\n");
     EXPECT_EQ(answerToOption("use lmr"), "info string  not recognized as checkbox argument\n");
-    EXPECT_EQ(useLmr, 1);
+    EXPECT_EQ(searchSettings.useLmr, 1);
     EXPECT_EQ(answerToOption("No Such Thing value 3"), "info string no such thing not recognized\n");
     EXPECT_EQ(answerToOption("Hash 5"), "info string hash 5 not recognized\n");
     EXPECT_EQ(answerTo("setoption"), "info string  not recognized\n");
@@ -147,21 +141,21 @@ TEST_F(Options, WhatIsNotUnderstoodIsAnswered) {
 
 TEST_F(Options, HashIsFreedAndAllocated) {
     EXPECT_EQ(answerToOption("Hash value 2"), "info string Hash table size is now 2 meg\n");
-    EXPECT_EQ(transpositionTable.bucketCount, bucketCountFor(2));
+    EXPECT_EQ(tables().transpositionTable.bucketCount, bucketCountFor(2));
     EXPECT_EQ(answerToOption("Hash value 0"), "info string Hash tables turned OFF\n");
-    EXPECT_EQ(transpositionTable.bucketCount, 0U);
+    EXPECT_EQ(tables().transpositionTable.bucketCount, 0U);
     EXPECT_EQ(answerToOption("hash value -5"), "info string Hash tables turned OFF\n");
-    EXPECT_EQ(hashMegabytes, -5);
+    EXPECT_EQ(searchSettings.hashMegabytes, -5);
 }
 
 TEST_F(Options, ChangesForgetTheScoresOfTheOldSettings) {
     constexpr Key key = 5;
     for (const char* change : {"King Safety Aggressiveness value 9", "use lmr value junk"}) {
         answerToOption("Hash value 1");
-        transpositionTable.store(key, 4, 10, exactBound, nullMove, 0);
-        ASSERT_NE(transpositionTable.probe(key), nullptr);
+        tables().transpositionTable.store(key, 4, 10, exactBound, nullMove, 0);
+        ASSERT_NE(tables().transpositionTable.probe(key), nullptr);
         answerToOption(change);
-        EXPECT_EQ(transpositionTable.probe(key), nullptr) << change;
+        EXPECT_EQ(tables().transpositionTable.probe(key), nullptr) << change;
     }
 }
 
@@ -169,7 +163,7 @@ TEST_F(Options, BookFileNamesAreCutToTheirRoom) {
     EXPECT_EQ(answerToOption("Book File value /My/Book.bin"), "info string book file is /my/book.bin\n");
     const std::string kept(bookFileCapacity - 1, 'x');
     EXPECT_EQ(answerToOption("Book File value " + kept + "yyy"), "info string book file is " + kept + "\n");
-    EXPECT_EQ(bookFileName, kept);
+    EXPECT_EQ(bookSettings.bookFileName, kept);
 }
 
 } // namespace helvan::testing

@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 
 #include "board/exchange.h"
 #include "search/draws.h"
 #include "search/margins.h"
 #include "search/ordering.h"
 #include "search/reductions.h"
-#include "search/settings.h"
 #include "search/threats.h"
 #include "support/boards.h"
 
@@ -64,7 +64,7 @@ TEST(Threats, AreExchangesThatPay) {
             const Bitboard attackers = attackersOf(position, target, opponent(us), position.occupied());
             pays = pays || ((attackers & bit(from)) != 0 && see(position, encodeMove(from, target), 1) > 0);
         }
-        ASSERT_EQ(lastMoveThreatens(position), pays) << textOf(position.lastMove);
+        ASSERT_EQ(lastMoveThreatens(position), pays) << moveText(position.lastMove);
         threats += pays;
     });
     EXPECT_GT(threats, 1000);
@@ -80,48 +80,45 @@ TEST(Threats, ThreatenedLossIsTheLargestGainOfTheEnemy) {
 }
 
 TEST(Ordering, WhatFailsLosesDepthIn64thsOfItsSuccess) {
+    const auto memory = std::make_unique<MoveHistory>();
     const Position start = positionOf(startFen);
     const Move good = encodeMove(g1, f3), bad = encodeMove(a2, a3);
     for (const int depth : {0, 2, 10, 40, 64, 200}) {
-        history[white][pawn * 64 + a3] = 64000;
-        noteCutoff(start, 5, depth, good, &bad, 1);
-        EXPECT_EQ(history[white][pawn * 64 + a3], 1000 * std::max(64 - depth, 0)) << depth;
+        memory->history[white][pawn * 64 + a3] = 64000;
+        noteSuccess(*memory, start, depth, good, &bad, 1);
+        EXPECT_EQ(memory->history[white][pawn * 64 + a3], 1000 * std::max(64 - depth, 0)) << depth;
     }
-    clearHistory();
-    clearKillers();
 }
 
 TEST(Ordering, FollowUpsGoByTheOwnMoveBefore) {
-    clearHistory();
+    const auto memory = std::make_unique<MoveHistory>();
     const Move knightOut = encodeMove(g1, f3), pawnUp = encodeMove(e2, e4, doublePush), reply = encodeMove(a7, a6);
     const Position start = positionOf(startFen);
     const Position afterKnight = childOf(start, knightOut), afterPawn = childOf(start, pawnUp);
     const Position one = childOf(afterKnight, reply), other = childOf(afterPawn, reply);
     const Move good = encodeMove(b1, c3);
-    noteCutoff(one, 5, 20, good, nullptr, 0);
+    noteSuccess(*memory, one, 20, good, nullptr, 0);
     const int counter = knight * 64 + c3;
-    EXPECT_GT(quietOrderOf(one).replies[counter], 0);
-    EXPECT_GT(quietOrderOf(one).followUps[counter], 0);
-    EXPECT_GT(quietOrderOf(other).replies[counter], 0);
-    EXPECT_EQ(quietOrderOf(other).followUps[counter], 0);
-    clearHistory();
-    EXPECT_EQ(quietOrderOf(one).replies[counter], 0);
-    EXPECT_EQ(quietOrderOf(one).followUps[counter], 0);
-    clearKillers();
+    EXPECT_GT(quietOrderOf(*memory, one).replies[counter], 0);
+    EXPECT_GT(quietOrderOf(*memory, one).followUps[counter], 0);
+    EXPECT_GT(quietOrderOf(*memory, other).replies[counter], 0);
+    EXPECT_EQ(quietOrderOf(*memory, other).followUps[counter], 0);
+    clearMoveHistory(*memory);
+    EXPECT_EQ(quietOrderOf(*memory, one).replies[counter], 0);
+    EXPECT_EQ(quietOrderOf(*memory, one).followUps[counter], 0);
 }
 
 TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
-    clearKillers();
-    clearHistory();
+    const auto memory = std::make_unique<MoveHistory>();
     const Position start = positionOf(startFen); // a parent outlives its children
     const Position position = childOf(start, encodeMove(e2, e4, doublePush));
-    const Move good = encodeMove(g8, f6), bad = encodeMove(a7, a6), better = encodeMove(b8, c6);
+    const Move good = encodeMove(g8, f6), bad = encodeMove(a7, a6);
     const Move tried[] = {bad, good};
-    for (int i = 0; i < 1000; ++i) noteCutoff(position, 5, 1000, good, tried, 2);
-    EXPECT_LE(history[black][knight * 64 + f6], largestHistory);
-    EXPECT_GT(history[black][knight * 64 + f6], largestHistory / 2);
-    EXPECT_EQ(counterMoveOf(position), good);
-    const QuietOrder order = quietOrderOf(position);
+    for (int i = 0; i < 1000; ++i) noteSuccess(*memory, position, 1000, good, tried, 2);
+    EXPECT_LE(memory->history[black][knight * 64 + f6], largestHistory);
+    EXPECT_GT(memory->history[black][knight * 64 + f6], largestHistory / 2);
+    EXPECT_EQ(counterMoveOf(*memory, position), good);
+    const QuietOrder order = quietOrderOf(*memory, position);
     for (const std::int16_t* sequels : {order.replies, order.followUps}) {
         EXPECT_LE(sequels[knight * 64 + f6], largestSequel);
         EXPECT_GT(sequels[knight * 64 + f6], largestSequel / 2);
@@ -129,12 +126,16 @@ TEST(Ordering, CutoffsRaiseTheirMoveAndLowerTheOthers) {
         EXPECT_LT(sequels[pawn * 64 + a6], -largestSequel / 2);
     }
     const Position elsewhere = childOf(start, encodeMove(d2, d4, doublePush));
-    EXPECT_EQ(quietOrderOf(elsewhere).replies[knight * 64 + f6], 0) << "a reply to another move";
-    noteCutoff(position, 5, 10, better, tried, 2);
-    EXPECT_EQ(killerPrimary[5], better);
-    EXPECT_EQ(killerSecondary[5], good);
-    clearHistory();
-    clearKillers();
+    EXPECT_EQ(quietOrderOf(*memory, elsewhere).replies[knight * 64 + f6], 0) << "a reply to another move";
+}
+
+TEST(Ordering, TheLastTwoRefutationsAreKillers) {
+    Killers killers;
+    const Move first = encodeMove(g8, f6), second = encodeMove(b8, c6);
+    for (const Move move : {first, second, second}) noteKiller(killers, 5, move);
+    EXPECT_EQ(killers.killerPrimary[5], second);
+    EXPECT_EQ(killers.killerSecondary[5], first);
+    EXPECT_EQ(killers.killerPrimary[6], nullMove);
 }
 
 } // namespace helvan::testing

@@ -2,23 +2,23 @@
 #include <gtest/gtest.h>
 
 #include "search/draws.h"
-#include "search/limits.h"
 #include "search/quiesce.h"
 #include "search/report.h"
-#include "search/settings.h"
-#include "search/think.h"
-#include "support/boards.h"
 #include "support/output.h"
+#include "support/searching.h"
 
 namespace helvan::testing {
 
 namespace {
 
-// What the search prints for the position within a number of iterations.
-std::string thought(const Position& position, int depth, const char* searchMoves = "") {
-    const SearchScope scope;
-    return printedBy([&] { think(position, noTimeGoalSeconds, depth, searchMoves); });
-}
+class Think : public Searching {
+protected:
+    // What the search prints for the position.
+    std::string thought(const Position& position, const SearchLimits& limits) {
+        Search search(*tables, limits, uciReporter());
+        return printedBy([&] { think(search, position); });
+    }
+};
 
 } // namespace
 
@@ -40,14 +40,14 @@ TEST(Draws, AfterAHundredPliesWithoutProgress) {
 }
 
 // Deep in the quiescence search only recaptures are looked at, but evasions are not, or it would see mates.
-TEST(Quiescence, DeepChecksAreNoMates) {
+TEST_F(Searching, DeepChecksAreNoMates) {
     Position position = positionOf("4r2k/8/8/8/8/8/3P1P2/4K3 w - -");
     Move line[2];
-    const SearchScope scope;
+    Search search(*tables);
     for (int depth = 0; depth > -60; depth -= 2) {
-        EXPECT_GT(quiesce(position, -infiniteScore, infiniteScore, depth, 5, line), -31000) << depth;
+        EXPECT_GT(quiesce(search, position, -infiniteScore, infiniteScore, depth, 5, line), -31000) << depth;
     }
-    EXPECT_EQ(nodeCounter.stopSearch, 0); // or every answer was 0
+    EXPECT_FALSE(search.stopSearch); // or every answer was 0
 }
 
 TEST(Report, ScoresBeyondTheBorderAreMates) {
@@ -57,25 +57,25 @@ TEST(Report, ScoresBeyondTheBorderAreMates) {
     EXPECT_EQ(scoreText(-31996), "mate -2");
 }
 
-TEST(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
+TEST_F(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
     const char* mates[] = {"6k1/5ppp/8/8/8/8/8/R5K1 w - -", "r1b2k1r/ppp1bppp/8/1B1Q4/5q2/2P5/PPP2PPP/R3R1K1 w - -",
                            "r5rk/5p1p/5R2/4B3/8/8/7P/7K w - -", "7R/r1p1q1pp/3k4/1p1n1Q2/3N4/8/1PP2PPP/2B3K1 w - -",
                            "4r3/7q/nb2prRp/pk1p3P/3P4/P7/1P2N1P1/1K1B1N2 w - -"};
     for (int moves = 1; moves <= 5; ++moves) {
-        const std::string answer = thought(positionOf(mates[moves - 1]), 12);
+        const std::string answer = thought(positionOf(mates[moves - 1]), {.depth = 12});
         const auto last = answer.rfind(" score ");
         EXPECT_EQ(answer.substr(last, 14), " score mate " + std::to_string(moves) + " ") << answer;
     }
-    const std::string mated = thought(positionOf("7k/5KQ1/8/8/8/8/8/8 b - -"), 3);
+    const std::string mated = thought(positionOf("7k/5KQ1/8/8/8/8/8/8 b - -"), {.depth = 3});
     EXPECT_TRUE(contains(mated, "score mate -1 ") && contains(mated, "\nbestmove ZZZZ\n")) << mated;
-    const std::string stalemated = thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"), 3);
+    const std::string stalemated = thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"), {.depth = 3});
     EXPECT_TRUE(contains(stalemated, "info depth 3 time 0 nodes 0 score cp 0 ")) << stalemated;
     EXPECT_TRUE(contains(stalemated, "\nbestmove ZZZZ\n")) << stalemated;
 }
 
-TEST(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
-    const auto lastScore = [](const Position& position) {
-        const std::string answer = thought(position, 9);
+TEST_F(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
+    const auto lastScore = [&](const Position& position) {
+        const std::string answer = thought(position, {.depth = 9});
         return std::stoi(answer.substr(answer.rfind(" score cp ") + 10));
     };
     // A rook down and about to be mated, the queen checks for ever.
@@ -86,33 +86,34 @@ TEST(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
     EXPECT_NEAR(lastScore(winning), 0, 5);
 }
 
-TEST(Think, ListsTheRanksOfSeveralLines) {
-    multiPv = 3;
-    const std::string answer = thought(positionOf("7k/8/8/8/8/8/7r/3K4 w - -"), 4); // two legal moves
-    multiPv = 1;
+TEST_F(Think, ListsTheRanksOfSeveralLines) {
+    const std::string answer =
+        thought(positionOf("7k/8/8/8/8/8/7r/3K4 w - -"), {.depth = 4, .ranks = 3}); // two legal moves
     EXPECT_FALSE(contains(answer, "info multipv 3")) << answer;
     EXPECT_TRUE(contains(answer, "info multipv 2 score cp")) << answer;
     EXPECT_LT(answer.find("info multipv 1"), answer.find("info multipv 2"));
 }
 
-TEST(Think, SwitchesChangeTheSearchAndStillSolve) {
+TEST_F(Think, SwitchesChangeTheSearchAndStillSolve) {
     const Position position = positionOf("2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - -");
     const auto nodesAndMove = [&] {
-        const std::string answer = thought(position, 8);
+        const std::string answer = thought(position, {.depth = 8});
         EXPECT_TRUE(contains(answer, "bestmove g3g6")) << answer;
         return answer.substr(answer.rfind("info nodes"));
     };
     const std::string usual = nodesAndMove();
-    for (int* const offSwitch : {&useLmr, &nullMovePruning}) {
+    for (int* const offSwitch : {&searchSettings.useLmr, &searchSettings.nullMovePruning}) {
         *offSwitch = 0;
         EXPECT_NE(nodesAndMove(), usual);
         *offSwitch = 1;
     }
 }
 
-TEST(Think, SearchesOnlyTheNamedMoves) {
-    EXPECT_TRUE(contains(thought(positionOf(startFen), 3, "a2a3 e2e5 "), "bestmove a2a3"));
-    EXPECT_TRUE(contains(thought(positionOf(startFen), 3, "e2e5 "), "bestmove ZZZZ"));
+TEST_F(Think, SearchesOnlyTheNamedMoves) {
+    const Position start = positionOf(startFen);
+    const std::vector<Move> one = {encodeMove(a2, a3)};
+    EXPECT_TRUE(contains(thought(start, {.depth = 3, .searchMoves = one}), "bestmove a2a3"));
+    EXPECT_TRUE(contains(thought(start, {.depth = 3, .searchMoves = std::vector<Move>{}}), "bestmove ZZZZ"));
 }
 
 } // namespace helvan::testing

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "platform/memory.h"
-#include "search/settings.h"
 #include "support/boards.h"
 
 namespace helvan::testing {

@@ -22,16 +22,10 @@
 namespace helvan::testing {
 
 inline Position positionOf(const std::string& fen) {
-    Position position;
-    setupFromFen(position, fen.c_str());
+    Position position{};
+    EXPECT_EQ(setupFromFen(position, fen.c_str()), nullptr) << fen;
     refreshPieceSums(position);
     return position;
-}
-
-inline std::string textOf(Move move) {
-    char text[moveTextSize];
-    moveToText(move, text);
-    return text;
 }
 
 inline std::vector<Move> movesOf(const Position& position) {
@@ -42,7 +36,7 @@ inline std::vector<Move> movesOf(const Position& position) {
 
 inline Position childOf(const Position& parent, Move move) {
     Position child;
-    makeMove(parent, child, move);
+    advance(parent, child, move);
     child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
     return child;
 }
@@ -114,8 +108,7 @@ template <typename Visit> void forRandomPositions(int count, std::uint64_t seed,
             if (::testing::Test::HasFatalFailure()) return;
             const std::vector<Move> moves = legalMovesOf(game[ply]);
             if (moves.empty() || ply == longestGame) break;
-            makeMove(game[ply], game[ply + 1], oneOf(random, moves));
-            game[ply + 1].inCheck = static_cast<std::uint16_t>(inCheck(game[ply + 1], game[ply + 1].sideToMove()));
+            advanceLegally(game[ply], game[ply + 1], oneOf(random, moves));
         }
     }
 }

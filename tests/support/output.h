@@ -7,8 +7,6 @@
 
 #include <string>
 
-#include "protocol/uci.h"
-
 namespace helvan::testing {
 
 template <typename Action> std::string printedBy(Action action) {
@@ -18,9 +16,5 @@ template <typename Action> std::string printedBy(Action action) {
 }
 
 inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
-inline std::string answerTo(const std::string& line) {
-    return printedBy([&] { handleLine(line.c_str()); });
-}
 
 } // namespace helvan::testing

@@ -5,13 +5,12 @@
 
 #include <algorithm>
 
-#include "board/node_counter.h"
 #include "support/boards.h"
 #include "support/output.h"
 
 namespace helvan::testing {
 
-TEST(MakeMove, IncrementalStateEqualsFromScratch) {
+TEST(Advance, IncrementalStateEqualsFromScratch) {
     forRandomPositions(100000, 5, [](const Position& position, Random&) {
         ASSERT_EQ(position.key, keyOf(position));
         ASSERT_EQ(position.pawnKey, pawnKeyOf(position));
@@ -42,20 +41,7 @@ TEST(MakeMove, IncrementalStateEqualsFromScratch) {
     });
 }
 
-TEST(MakeMove, NodesStopAtTheLimitUnlessOverridden) {
-    const Position position = positionOf(startFen);
-    Position child;
-    nodeCounter = NodeCounter{.count = 9, .limit = 10};
-    for (const int override : {0, 1, 0}) {
-        nodeCounter.overrideLimit = override;
-        makeMove(position, child, nullMove);
-    }
-    EXPECT_EQ(nodeCounter.count, 11U);
-    EXPECT_EQ(nodeCounter.stopSearch, 1);
-    nodeCounter = NodeCounter{};
-}
-
-TEST(MakeMove, FaultsAreReportedAndCarriedOnWith) {
+TEST(Advance, FaultsAreReportedAndCarriedOnWith) {
     const Position position = positionOf("4k3/8/8/8/8/8/8/4K2R w K -");
     Position none, king;
     const std::string said = printedBy([&] {
