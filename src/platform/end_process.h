@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The one way out of the process. A leaf beside the log, so that every part of the engine may end the process
-// after a fatal error.
+// The one way out of the process, for every part of the engine after a fatal error.
 #pragma once
 
 namespace helvan {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The log file of "-log FILE". A leaf that any part of the engine may write to; it includes nothing of ours.
-// Written by the main thread only.
+// The log file of "-log FILE". Any part of the engine may write to it, in the main thread.
 #pragma once
 
 namespace helvan {

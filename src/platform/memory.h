@@ -2,7 +2,7 @@
 //
 // Memory for large tables, which systems hand out page by page. A page costs its time when it is first touched: a small
 // one microseconds, a huge one up to many milliseconds, but huge ones make every later access faster. So blocks begin
-// with small pages, and whoever has time claims huge ones in their place. A leaf that every part of the engine may use.
+// with small pages, and whoever has time claims huge ones in their place.
 #pragma once
 
 #include <cstddef>

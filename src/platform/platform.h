@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What differs from one operating system to the next, but for memory. A leaf that every part of the engine may use.
+// What differs from one operating system to the next, but for memory.
 #pragma once
 
 #include <cstddef>
