@@ -95,7 +95,7 @@ constexpr Bitboard threeFiles(Square square) {
 void fillBlock(Square square, const std::array<Step, 4>& steps, Bitboard mask, int shift, const Magic& magic) {
     Bitboard blockers = 0;
     do {
-        Bitboard& entry = slidingAttacks[magic.offset + (blockers * magic.multiplier >> shift)];
+        Bitboard& entry = slidingAttacks[magicIndex(magic, blockers, shift)];
         const Bitboard attacks = walkRays(square, steps, blockers);
         assert(entry == 0 || entry == attacks); // no attack set is empty
         entry = attacks;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "board/bits.h"
@@ -34,6 +35,11 @@ struct Magic {
     std::uint32_t offset; // where the square's block begins in slidingAttacks
 };
 
+// Where the attacks behind these blockers stand in slidingAttacks.
+constexpr std::size_t magicIndex(const Magic& magic, Bitboard blockers, int shift) {
+    return static_cast<std::size_t>(blockers * magic.multiplier >> shift) + magic.offset;
+}
+
 inline constexpr int rookShift = 52;   // a 12-bit index
 inline constexpr int bishopShift = 55; // a 9-bit index
 
@@ -54,11 +60,11 @@ void initSlidingAttacks();
 // whosever it is.
 inline Bitboard rookAttacks(Square square, Bitboard occupied) {
     const Magic& magic = rookMagic[square];
-    return slidingAttacks[((occupied & rookMask[square]) * magic.multiplier >> rookShift) + magic.offset];
+    return slidingAttacks[magicIndex(magic, occupied & rookMask[square], rookShift)];
 }
 inline Bitboard bishopAttacks(Square square, Bitboard occupied) {
     const Magic& magic = bishopMagic[square];
-    return slidingAttacks[((occupied & bishopMask[square]) * magic.multiplier >> bishopShift) + magic.offset];
+    return slidingAttacks[magicIndex(magic, occupied & bishopMask[square], bishopShift)];
 }
 inline Bitboard queenAttacks(Square square, Bitboard occupied) {
     return rookAttacks(square, occupied) | bishopAttacks(square, occupied);
