@@ -18,8 +18,6 @@ namespace helvan {
 
 namespace {
 
-constexpr int mostIterations = maxDepth;
-
 // What one search knows from iteration to iteration.
 struct Iterations {
     explicit Iterations(Search& of) : search(of) {}
@@ -30,8 +28,8 @@ struct Iterations {
     int depth = 1;
     PvLine lines[mostPvs];
     int lineCount = 0;
-    int scores[mostIterations + 1] = {};     // of the first line, by iteration
-    Move bestMoves[mostIterations + 1] = {}; // the same
+    int scores[maxDepth + 1] = {};     // of the first line, by iteration
+    Move bestMoves[maxDepth + 1] = {}; // the same
     double bestMoveShare = 0.5;              // of the nodes below the best move, averaged over iterations
 
     int depthLimit() const {
@@ -43,7 +41,6 @@ struct Iterations {
 // The game is copied: a command in the middle of the search may replace it.
 void copyGamePath(Search& search, Position& root) {
     std::vector<Position>& path = search.gamePath;
-    path.clear();
     const Position* ancestor = root.prev;
     for (int plies = root.fifty; plies > 0 && ancestor != nullptr; --plies, ancestor = ancestor->prev) {
         path.push_back(*ancestor);
