@@ -11,6 +11,7 @@
 #include "platform/end_process.h"
 #include "protocol/command_queue.h"
 #include "protocol/uci.h"
+#include "search/report.h"
 #include "search/think.h"
 
 namespace helvan {

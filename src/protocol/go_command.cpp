@@ -13,6 +13,7 @@
 #include "platform/log.h"
 #include "protocol/number_text.h"
 #include "protocol/options.h"
+#include "search/report.h"
 #include "search/stopping.h"
 #include "search/think.h"
 

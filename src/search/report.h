@@ -1,14 +1,29 @@
 // SPDX-License-Identifier: MIT
 //
-// Scores and lines as the search prints them, and the log's part of its reports.
+// The reporters that there are, and what they and the log are made of.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "search/search.h"
 
 namespace helvan {
+
+// Prints the lines of the protocol.
+Reporter uciReporter();
+
+// What is kept of an iteration.
+struct IterationRecord {
+    double seconds = 0.0; // since the search began
+    std::uint64_t nodes = 0;
+    int score = 0; // centipawns
+    Move bestMove = nullMove;
+};
+
+// Appends a record for each iteration that is finished.
+Reporter recordingReporter(std::vector<IterationRecord>& records);
 
 // "cp N" in centipawns, or "mate N" in moves, negative when the side to move is mated.
 std::string scoreText(int score);

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <vector>
 
 #include "board/types.h"
 #include "search/settings.h"
@@ -37,19 +36,5 @@ struct Reporter {
                                                                                                 const Move*) {};
     std::function<void(const Search&, const Move* pv)> searchEnds = [](const Search&, const Move*) {};
 };
-
-// Prints the lines of the protocol.
-Reporter uciReporter();
-
-// What is kept of an iteration.
-struct IterationRecord {
-    double seconds = 0.0; // since the search began
-    std::uint64_t nodes = 0;
-    int score = 0; // centipawns
-    Move bestMove = nullMove;
-};
-
-// Appends a record for each iteration that is finished.
-Reporter recordingReporter(std::vector<IterationRecord>& records);
 
 } // namespace helvan

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "search/report.h"
 #include "search/think.h"
 #include "support/boards.h"
 
