@@ -10,8 +10,8 @@
 #include "board/moves.h"
 #include "board/piece_square.h"
 #include "eval/evaluate.h"
+#include "platform/clock.h"
 #include "search/quiesce.h"
-#include "search/stopping.h"
 #include "tools/debug_tools.h"
 
 namespace helvan {

@@ -9,7 +9,7 @@
 #include "board/validity.h"
 #include "main/self_test.h"
 #include "main/test_fens.h"
-#include "search/stopping.h"
+#include "platform/clock.h"
 #include "search/think.h"
 #include "tools/debug_tools.h"
 

@@ -6,7 +6,7 @@
 
 #include "board/fen.h"
 #include "board/validity.h"
-#include "search/stopping.h"
+#include "platform/clock.h"
 
 namespace helvan {
 

@@ -17,8 +17,8 @@
 #include "board/piece_square.h"
 #include "board/validity.h"
 #include "eval/tables.h"
+#include "platform/clock.h"
 #include "protocol/number_text.h"
-#include "search/stopping.h"
 #include "tools/debug_tools.h"
 
 namespace helvan {

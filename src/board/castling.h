@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The four castling rights: what each hangs on and where its castling leads. All that is said of castling anywhere is
-// read from this table.
+// The four castling rights: what each hangs on and where its castling leads.
 #pragma once
 
 #include <array>

@@ -101,6 +101,12 @@ const char* setupFromFen(Position& position, const char* text) {
     return nullptr;
 }
 
+Position startPosition() {
+    Position position;
+    [[maybe_unused]] const char* const fault = setupFromFen(position, startFen);
+    return position;
+}
+
 char pieceLetterAt(const Position& position, Square square) {
     for (PieceType type = pawn; type <= king; ++type) {
         for (Colour colour : {white, black}) {

@@ -21,6 +21,8 @@ inline constexpr int fenCapacity = 256; // characters that are read of a text, t
 // 'w' or 'b' is refused: then the answer is the reason, in a few words, and the position stays as it was. Else null.
 [[nodiscard]] const char* setupFromFen(Position& position, const char* text);
 
+Position startPosition();
+
 // The placement and the side to move, then " - -": without castling rights, en-passant square and counters.
 std::string positionToFen(const Position& position);
 

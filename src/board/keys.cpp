@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "board/keys.h"
 
+#include "board/castling.h"
+
 namespace helvan {
 
 namespace {
@@ -49,6 +51,17 @@ constexpr std::array<Key, 16> makeMaterialKeys() {
     }
     return keys;
 }
+
+// The index must tell all squares that rights hang on.
+constexpr bool indexKnowsEveryHome() {
+    for (const CastlingRight& right : castlingRights) {
+        for (const Square home : {right.kingFrom, right.rookFrom}) {
+            if (castlingIndex(bit(home)) == castlingIndex(0)) return false;
+        }
+    }
+    return true;
+}
+static_assert(indexKnowsEveryHome());
 
 } // namespace
 

@@ -16,7 +16,7 @@ using Key = std::uint64_t;
 // pieceKeys[white] and pieceKeys[black].
 extern const std::array<Key, pieceTableSize> pieceKeys;
 
-// The same index; only pawns and kings have keys, so that make-move may XOR the entry of any piece.
+// The same index; only pawns and kings have keys, so that advance may XOR the entry of any piece.
 extern const std::array<Key, pieceTableSize> pawnKeys;
 
 extern const std::array<Key, 64> epKeys;     // by the en-passant target square

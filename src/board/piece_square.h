@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The piece-square table that make-move keeps sums of. Its storage lives here so that the board needs nothing
+// The piece-square table that advance keeps sums of. Its storage lives here so that the board needs nothing
 // of the evaluation, which fills it.
 #pragma once
 

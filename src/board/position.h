@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The position record that every other part of the engine reads. Positions are never changed in place while
-// searching: make-move writes a child record that links back to its parent, so records live on the stack of
+// searching: advance writes a child record that links back to its parent, so records live on the stack of
 // the routine that made them (or in the game history) and a parent outlives its children.
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace helvan {
 
-// What make-move leaves in evalScratch: no evaluation stored yet.
+// What advance leaves in evalScratch: no evaluation stored yet.
 inline constexpr std::int32_t evalNotComputed = 999999;
 
 struct alignas(64) Position {

@@ -12,13 +12,13 @@
 #include "board/piece_square.h"
 #include "main/command_line.h"
 #include "main/self_test.h"
+#include "platform/clock.h"
 #include "platform/end_process.h"
 #include "platform/log.h"
 #include "platform/platform.h"
 #include "protocol/position_command.h"
 #include "protocol/uci.h"
 #include "search/pv.h"
-#include "search/stopping.h"
 
 namespace helvan {
 
@@ -60,18 +60,22 @@ void warmUp(SearchTables& tables, Position position) {
     tables.evalCaches.etableProbes = tables.evalCaches.etableHits = 0;
 }
 
-[[noreturn]] void playForEver() {
-    // Zero pages until they are used.
+// Zero pages until they are used.
+Session& theSession() {
     static SearchTables tables;
     static GameHistory gameHistory;
     static Session session{tables, gameHistory};
+    return session;
+}
+
+[[noreturn]] void playForEver(Session& session) {
+    SearchTables& tables = session.tables;
     rebuildTables(tables);
     std::fprintf(stderr, "Helvan version %s\n", versionText);
-    reopenBook(session.book);
-    resetGame(gameHistory);
-    warmUp(tables, gameHistory.current());
+    resetGame(session.gameHistory);
+    warmUp(tables, session.gameHistory.current());
     if (searchSettings.hashMegabytes > 0) tables.transpositionTable.allocate(searchSettings.hashMegabytes);
-    session.poll = [] { pollCommand(session); };
+    session.poll = [&session] { pollCommand(session); };
     if (!startReader(session.queue)) {
         std::fprintf(stderr, "No thread to read the input\n");
         endProcess(1);
@@ -83,6 +87,8 @@ void warmUp(SearchTables& tables, Position position) {
     claimStandardStreams();
     std::set_new_handler(endWithoutMemory);
     std::srand(static_cast<unsigned>(std::time(nullptr)));
+    Session& session = theSession();
+    reopenBook(session.book);
     initSlidingAttacks();
     prepareStreams();
 
@@ -98,7 +104,7 @@ void warmUp(SearchTables& tables, Position position) {
     if (settings.logFileName[0] != '\0') openLog(settings.logFileName);
     if (settings.makeTestData != 0) endProcess(makeTestData());
     if (settings.selfTest != 0) endProcess(runSelfTest());
-    playForEver();
+    playForEver(session);
 }
 
 } // namespace

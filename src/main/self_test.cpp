@@ -28,7 +28,7 @@ constexpr int lastIteration = testDepth - 1;
 
 // Reads standard input as the dialogue does, so that the modes run in the same surroundings; nobody takes its lines.
 void startUnheardReader() {
-    static CommandQueue queue;
+    static CommandQueue& queue = *new CommandQueue; // the thread may be using it while the process ends
     startReader(queue);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The log file of "-log FILE". Any part of the engine may write to it, in the main thread.
+// The log file of "-log FILE". Any part of the engine may write to it, in one thread: while it is
+// open, one search may run at a time.
 #pragma once
 
 namespace helvan {

@@ -97,7 +97,7 @@ void answerUnplayable(Search& search, const char* reason) {
     std::printf("info string cannot search this position: %s\n", reason);
     if (search.pondering) waitWhilePondering(search);
     const Move noLine[1] = {nullMove};
-    search.reporter.searchEnds(search, noLine);
+    search.reporter.answers(search, noLine);
 }
 
 // Runs in the middle of the searches that are running.
@@ -136,6 +136,7 @@ GoPlan planGo(const GoParameters& go, const GoContext& context) {
     SearchLimits& limits = plan.limits;
     limits.ponder = isPondering(go);
     limits.forget = context.deterministic;
+    limits.hashOff = context.hashMegabytes == 0;
     limits.ranks = std::clamp(context.multiPv, 1, mostPvs);
     limits.depth = go.depth;
     limits.uninterruptedNodes = context.uninterruptedNodes;
@@ -166,6 +167,7 @@ void goCommand(Session& session, const Words& words) {
                            .overheadMilliseconds = protocolSettings.moveOverheadMilliseconds,
                            .multiPv = searchSettings.multiPv,
                            .deterministic = searchSettings.deterministic != 0,
+                           .hashMegabytes = searchSettings.hashMegabytes,
                            .hardLimitPercent = session.hardLimitPercent,
                            .uninterruptedNodes = session.uninterruptedNodes});
         session.hardLimitPercent = plan.hardLimitPercent;

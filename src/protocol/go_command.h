@@ -38,6 +38,7 @@ struct GoContext {
     int overheadMilliseconds; // the options of these names
     int multiPv;
     bool deterministic;
+    int hashMegabytes;
     int hardLimitPercent; // of the go before
     std::uint64_t uninterruptedNodes = usualUninterruptedNodes;
 };
@@ -55,7 +56,7 @@ struct GoPlan {
     int hardLimitPercent = 0;        // how far beyond the goal the search may run; kept for the next go
 };
 
-// Nothing but the arguments decides.
+// Nothing but the arguments decides. The position can be played from.
 GoPlan planGo(const GoParameters& go, const GoContext& context);
 
 // Searches the current position of the game and answers with "bestmove". A position that cannot be played from

@@ -37,8 +37,7 @@ void setFlag(const Option& option, const std::string& value) {
     **std::get_if<int*>(&option.setting) = value == "true" ? 1 : 0;
 }
 
-// Of what the evaluation is built from.
-void setParameter(Session& session, const Option& option, const std::string& value) {
+void setSpin(Session& session, const Option& option, const std::string& value) {
     setNumber(session, option, value);
     rebuildTables(session.tables);
 }
@@ -98,9 +97,9 @@ const Option table[] = {
     {"null move pruning", check, &searchSettings.nullMovePruning, 0, 1, setSwitch},
     {"deterministic", check, &searchSettings.deterministic, 0, 1, setSwitch},
     {"Best Line", check, &bookSettings.bestLineOnly, 0, 1, setSwitch},
-    {"King Safety Aggressiveness", spin, &evalParameters.kingSafetyAggressiveness, 0, 10, setParameter},
-    {"move overhead milliseconds", spin, &protocolSettings.moveOverheadMilliseconds, 0, 30000, setParameter},
-    {"Drawscore", spin, &searchSettings.drawScore, -50, 50, setParameter},
+    {"King Safety Aggressiveness", spin, &evalParameters.kingSafetyAggressiveness, 0, 10, setSpin},
+    {"move overhead milliseconds", spin, &protocolSettings.moveOverheadMilliseconds, 0, 30000, setSpin},
+    {"Drawscore", spin, &searchSettings.drawScore, -50, 50, setSpin},
 };
 
 } // namespace

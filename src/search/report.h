@@ -22,7 +22,7 @@ struct IterationRecord {
     Move bestMove = nullMove;
 };
 
-// Appends a record for each iteration that is finished.
+// Appends a record for each iteration that is finished; the records must outlive the search.
 Reporter recordingReporter(std::vector<IterationRecord>& records);
 
 // "cp N" in centipawns, or "mate N" in moves, negative when the side to move is mated.

@@ -34,7 +34,9 @@ struct Reporter {
     // Only of iterations that were not stopped.
     std::function<void(const Search&, int depth, int score, const Move* pv)> iterationEnds = [](const Search&, int, int,
                                                                                                 const Move*) {};
-    std::function<void(const Search&, const Move* pv)> searchEnds = [](const Search&, const Move*) {};
+    std::function<void(const Search&)> searchEnds = [](const Search&) {};
+    // What the search has come to, after all else.
+    std::function<void(const Search&, const Move* pv)> answers = [](const Search&, const Move*) {};
 };
 
 } // namespace helvan

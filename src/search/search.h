@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The record of one search: all that changes while it runs. Every routine of the search is handed it, and nothing of it
-// is known elsewhere, so that searches in several threads, each with a record and tables of its own, know nothing of
-// one another.
+// is process-wide: searches in several threads, each with a record and tables of its own, know nothing of one another.
 #pragma once
 
 #include <cstdint>

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <thread>
 
 namespace helvan {
@@ -36,20 +35,13 @@ bool limitReached(const Search& search) { return search.nodes >= search.limits.n
 
 } // namespace
 
-double now(bool wholeSeconds) {
-    const std::chrono::duration<double> sinceEpoch = std::chrono::steady_clock::now().time_since_epoch();
-    return wholeSeconds ? std::floor(sinceEpoch.count()) : sinceEpoch.count();
-}
-
 double searchSeconds(const Search& search) { return now() - search.searchStartTime; }
 
 void setDeadlines(Search& search) {
     const SearchLimits& limits = search.limits;
     search.hardDeadline = search.searchStartTime + limits.hardSeconds;
     const double share = limits.fixedTime ? 1.0 : softLimitPercent / 100.0;
-    const bool hasGoal = limits.goalSeconds < noTimeGoalSeconds || limits.fixedTime;
-    const double softSeconds = hasGoal ? share * limits.goalSeconds : unlimitedSeconds;
-    search.softDeadline = std::min(search.searchStartTime + softSeconds, search.hardDeadline);
+    search.softDeadline = std::min(search.searchStartTime + share * limits.goalSeconds, search.hardDeadline);
 }
 
 void updateNodeOverride(Search& search) { search.ignoresNodeLimit = search.firstIteration || search.pondering; }

@@ -4,15 +4,10 @@
 // routine makes.
 #pragma once
 
+#include "platform/clock.h"
 #include "search/search.h"
 
 namespace helvan {
-
-// Elapsed times that are divided by are at least this.
-inline constexpr double shortestSeconds = 0.0001;
-
-// Seconds on a clock that never steps back, cut to whole ones if asked for.
-double now(bool wholeSeconds = false);
 
 // Since the search began.
 double searchSeconds(const Search& search);
@@ -28,7 +23,7 @@ void updateNodeOverride(Search& search);
 bool searchMustStop(Search& search);
 
 // Handles commands until "stop", or until no longer pondering: at least one, unless the search has been stopped, by
-// whatever: what comes after a "stop" is to be carried out after the answer.
+// whatever: what comes after a "stop" is to be carried out after the answer. At once where nobody listens.
 void waitWhilePondering(Search& search);
 
 } // namespace helvan

@@ -15,7 +15,7 @@ struct SearchTables {
     TranspositionTable transpositionTable;
     EvalCaches evalCaches;
     MoveHistory moveHistory;
-    bool usedBefore = false; // a search has been; the first one forgets whatever is here
+    bool usedBefore = false; // a search has left something here: the first one forgets what there is
 };
 
 // Builds all tables of the evaluation anew, process-wide, and forgets every score that the search has stored under the

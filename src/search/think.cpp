@@ -30,7 +30,7 @@ struct Iterations {
     int lineCount = 0;
     int scores[maxDepth + 1] = {};     // of the first line, by iteration
     Move bestMoves[maxDepth + 1] = {}; // the same
-    double bestMoveShare = 0.5;              // of the nodes below the best move, averaged over iterations
+    double bestMoveShare = 0.5;        // of the nodes below the best move, averaged over iterations
 
     int depthLimit() const {
         const int asked = search.limits.depth;
@@ -60,7 +60,7 @@ void prepareTables(Search& search) {
     SearchTables& tables = search.tables;
     const bool forget = search.limits.forget || !tables.usedBefore;
     if (forget) clearMoveHistory(tables.moveHistory);
-    if (searchSettings.hashMegabytes == 0) return; // then every search forgets
+    if (search.limits.hashOff) return; // nor does it count as one that leaves something behind
     if (forget) tables.transpositionTable.clear();
     tables.usedBefore = true;
     tables.transpositionTable.newGeneration();
@@ -125,7 +125,7 @@ void moveSoftDeadline(Iterations& iterations, Move bestMove) {
     constexpr int unstableLimitPercent = 120;
     Search& search = iterations.search;
     const double goal = search.limits.goalSeconds;
-    if (search.limits.fixedTime || iterations.depth < firstApplied || goal >= noTimeGoalSeconds) return;
+    if (search.limits.fixedTime || iterations.depth < firstApplied || goal >= unlimitedSeconds) return;
     double factor = unstableLimitPercent / 100.0;
     if (bestMove == iterations.bestMoves[iterations.depth - 1]) {
         factor = std::min((102.0 - 100.0 * iterations.bestMoveShare) * steadyScale, mostSteadyPercent) / 100.0;
@@ -241,7 +241,8 @@ void endSearch(const Iterations& iterations) {
     Search& search = iterations.search;
     logWrite("Total move time %8.1f\n", std::max(searchSeconds(search), 0.0));
     if (iterations.depthLimit() == maxDepth || search.pondering) waitWhilePondering(search);
-    search.reporter.searchEnds(search, iterations.lines[0].pv);
+    search.reporter.searchEnds(search);
+    search.reporter.answers(search, iterations.lines[0].pv);
 }
 
 } // namespace

@@ -40,6 +40,7 @@ GoPlan planOf(const std::string& go, const Position& position, ClockSettings set
                                                 .overheadMilliseconds = settings.overheadMilliseconds,
                                                 .multiPv = 1,
                                                 .deterministic = false,
+                                                .hashMegabytes = 1,
                                                 .hardLimitPercent = settings.hardLimitPercent});
 }
 

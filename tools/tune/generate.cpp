@@ -28,8 +28,9 @@ namespace helvan {
 namespace {
 
 constexpr int usageError = 2;
-constexpr int longestGame = 400;       // plies; then it is a draw
-constexpr int mostRandomPlies = 100;   // with more, hardly a game is left to play
+constexpr int longestGame = 400;     // plies; then it is a draw
+constexpr int mostRandomPlies = 100; // with more, hardly a game is left to play
+constexpr int mostThreads = 1024;
 constexpr int decisiveScore = 2000;    // centipawns: then the game is won
 constexpr int hashMegabytes = 1;       // of each thread
 constexpr int unbalancedOpening = 200; // centipawns, too many for a game to be worth playing
@@ -64,7 +65,7 @@ public:
     };
 
     Game() : positions(longestGame + 1) {
-        [[maybe_unused]] const char* const fault = setupFromFen(positions[0], startFen);
+        positions[0] = startPosition();
         refreshPieceSums(positions[0]);
     }
 
@@ -216,10 +217,10 @@ int main(int argumentCount, char** arguments) {
     using namespace helvan;
     Settings settings;
     if (!readSettings({arguments, static_cast<std::size_t>(argumentCount)}, settings)) return usageError;
-    if (settings.games < 1 || settings.nodes < 1 || settings.threads < 1 || settings.openingPlies < 0 ||
-        settings.openingPlies > mostRandomPlies) {
-        std::fprintf(stderr, "Games, nodes and threads above 0, and 0 to %d random plies, are needed.\n",
-                     mostRandomPlies);
+    if (settings.games < 1 || settings.nodes < 1 || settings.threads < 1 || settings.threads > mostThreads ||
+        settings.openingPlies < 0 || settings.openingPlies > mostRandomPlies) {
+        std::fprintf(stderr, "Games and nodes above 0, 1 to %d threads and 0 to %d random plies are needed.\n",
+                     mostThreads, mostRandomPlies);
         return usageError;
     }
     initSlidingAttacks();
