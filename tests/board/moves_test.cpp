@@ -9,6 +9,7 @@
 #include "board/exchange.h"
 #include "board/move_picker.h"
 #include "support/boards.h"
+#include "support/letter_board.h"
 
 namespace helvan::testing {
 
@@ -37,6 +38,27 @@ template <typename Predicate> std::vector<Move> sortedWithout(std::vector<Move> 
     return sorted(moves);
 }
 
+// Whether pickers hold the move back.
+bool isLosing(const Position& position, Move move) { return moveKind(move) <= doublePush && see(position, move) < 0; }
+
+// Whether the moved piece itself checks, but for straight checks (and for kings that stand side by side).
+bool isDirectCheck(const Position& position, Move move) {
+    if (moveKind(move) > doublePush) return false;
+    const Position child = childOf(position, move);
+    const Bitboard to = bit(moveTo(move));
+    const Bitboard diagonals = bishopLines[lowestBit(child.of(child.sideToMove(), king))];
+    const bool counts = child.movedPiece <= bishop || (child.movedPiece == queen && (diagonals & to) != 0);
+    return counts && (checkersOf(child, child.sideToMove()) & to) != 0;
+}
+
+// Captures come by victim, then by attacker, a pawn that promotes by a push between queen and rook.
+std::pair<int, int> captureRank(const Position& position, Move move) {
+    const PieceType attacker = pieceTypeAt(position, position.sideToMove(), moveFrom(move));
+    const PieceType victim = pieceTypeAt(position, opponent(position.sideToMove()), moveTo(move));
+    if (moveKind(move) == enPassant) return {-2 * pawn, pawn};
+    return {victim == phantom ? -2 * rook - 1 : -2 * victim, attacker};
+}
+
 // A move of the position, one of another position, or any number.
 Move hostileMove(Random& random, const Position& position) {
     const std::vector<Move> moves = movesOf(position);
@@ -54,6 +76,52 @@ TEST(PseudoLegal, AcceptsExactlyTheListedMoves) {
         for (Move move = -5; move <= 2 * moveBits; ++move) {
             const bool expected = moveKind(move) != enPassant && std::binary_search(listed.begin(), listed.end(), move);
             ASSERT_EQ(isPseudoLegal(position, move) != 0, expected) << moveText(move) << " kind " << moveKind(move);
+        }
+    });
+}
+
+TEST(Castling, NeedsItsRightAndAnEmptyPathThatNobodyAttacks) {
+    const auto expectCastlings = [](const std::string& fen, bool kingSide, bool queenSide) {
+        for (const int home : {0, 56}) { // as it is, and for black
+            const Position position = home == 0 ? positionOf(fen) : transformed(positionOf(fen), home, true);
+            std::vector<Move> expected, moves(2);
+            if (kingSide) expected.push_back(encodeMove(e1 ^ home, g1 ^ home, castling));
+            if (queenSide) expected.push_back(encodeMove(e1 ^ home, c1 ^ home, castling));
+            moves.resize(castlingMoves(position, position.sideToMove(), moves.data()));
+            EXPECT_EQ(moves, expected) << fen << " with home " << home;
+        }
+    };
+    for (const std::string others : {"-", "kq"}) {
+        for (const std::string own : {"", "K", "Q", "KQ"}) {
+            expectCastlings("r3k2r/8/8/8/8/8/8/R3K2R w " + others + own + " -", own.find('K') != std::string::npos,
+                            own.find('Q') != std::string::npos);
+        }
+    }
+    for (int file = 0; file < 8; ++file) {
+        std::string rank = "R111K11R", attacker = "11111111";
+        attacker[file] = 'r';
+        expectCastlings("4k3/8/8/" + attacker + "/8/8/8/" + rank + " w KQ -", file < 4 || file > 6,
+                        file < 2 || file > 4);
+        if (rank[file] != '1') continue;
+        rank[file] = 'N';
+        expectCastlings("4k3/8/8/8/8/8/8/" + rank + " w KQ -", file<4, file> 4);
+    }
+}
+
+TEST(AdvancedPawns, OnTheSeventhRankOrBeyondTheReachOfEnemyPawns) {
+    forRandomPositions(5000, 17, [](const Position& position, Random&) {
+        const LetterBoard board(position, position.sideToMove());
+        const auto seen = [&](Square square) { return position.sideToMove() == white ? square : mirrored(square); };
+        const bool onSeventh = std::count(board.begin() + a7, board.begin() + a8, 'P') != 0;
+        ASSERT_EQ(hasPawnOnSeventh(position, position.sideToMove()), onSeventh);
+        for (const Move move : movesOf(position)) {
+            const Square to = seen(moveTo(move));
+            bool isFree = board[seen(moveFrom(move))] == 'P' && rankOf(to) >= 4;
+            for (Square on = 0; on < 64; ++on) {
+                if (board[on] == 'p' && rankOf(on) > rankOf(to) && std::abs(fileOf(on) - fileOf(to)) == 1)
+                    isFree = false;
+            }
+            ASSERT_EQ(isFreePawnPush(position, move), isFree) << moveText(move);
         }
     });
 }
@@ -119,13 +187,15 @@ TEST(MovePicker, EvasionsHoldEveryLegalMoveInCheck) {
         for (const Move offered : {nullMove, hash}) {
             const std::vector<Move> moves = picked(position, PickerKind::evasions, offered);
             ASSERT_EQ(sortedWithout(moves, [&](Move move) { return !isLegal(position, move); }), expected);
+            const auto isSound = [&](Move move) { return move == offered || !isLosing(position, move); };
+            ASSERT_TRUE(std::is_partitioned(moves.begin(), moves.end(), isSound)) << "losing moves come last";
         }
     });
     EXPECT_GT(checks, 2000);
 }
 
 TEST(MovePicker, ReducedKindsHoldCapturesAndSafeQuietChecks) {
-    forRandomPositions(20000, 11, [](const Position& position, Random&) {
+    forRandomPositions(8000, 11, [](const Position& position, Random&) {
         if (position.inCheck != 0) return;
         const Bitboard enemies = position.of(opponent(position.sideToMove()), allPieces);
         const auto isTactical = [&](Move move) {
@@ -134,11 +204,21 @@ TEST(MovePicker, ReducedKindsHoldCapturesAndSafeQuietChecks) {
                    moveKind(move) == promoteQueen;
         };
         const auto isQuiet = [&](Move move) { return !isTactical(move); };
-        const auto loses = [&](Move move) { return moveKind(move) <= doublePush && see(position, move) < 0; };
+        const auto loses = [&](Move move) { return isLosing(position, move); };
         const std::vector<Move> tactical = sortedWithout(movesOf(position), isQuiet);
         const std::vector<Move> all = picked(position, PickerKind::capturesAndChecks);
-        ASSERT_EQ(sortedWithout(all, isQuiet), tactical);
-        for (const Move move : all) ASSERT_TRUE(isTactical(move) || givesCheck(position, move)) << moveText(move);
+        const auto isNeither = [&](Move move) { return isQuiet(move) && !isDirectCheck(position, move); };
+        ASSERT_EQ(sorted(all), sortedWithout(movesOf(position), isNeither));
+        const auto firstLosing = std::find_if(all.begin(), all.end(), loses);
+        ASSERT_TRUE(std::all_of(firstLosing, all.end(), loses)) << "losing moves come last";
+        for (const std::vector<Move>& part :
+             {std::vector(all.begin(), firstLosing), std::vector(firstLosing, all.end())}) {
+            const auto firstQuiet = std::find_if(part.begin(), part.end(), isQuiet);
+            ASSERT_TRUE(std::is_sorted(part.begin(), firstQuiet, [&](Move a, Move b) {
+                return captureRank(position, a) < captureRank(position, b);
+            }));
+            ASSERT_TRUE(std::all_of(firstQuiet, part.end(), isQuiet)) << "checks come behind captures";
+        }
         ASSERT_EQ(sorted(picked(position, PickerKind::soundCaptures)), sortedWithout(tactical, loses));
         ASSERT_EQ(sorted(picked(position, PickerKind::soundCapturesAndChecks)), sortedWithout(all, loses));
     });

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "board/display.h"
 #include "board/fen.h"
 #include "board/validity.h"
@@ -26,7 +28,24 @@ TEST(Fen, WritingGivesBackThePlacement) {
         ASSERT_EQ(again.sideToMove(), position.sideToMove());
         ASSERT_EQ(again.inCheck, position.inCheck);
         ASSERT_EQ(positionToFen(again), positionToFen(position));
+        ASSERT_EQ(castlingText(positionOf(positionToFenWithRights(position))), castlingText(position));
     });
+    for (int subset = 0; subset < 16; ++subset) {
+        std::string fen = "r3k2r/8/8/8/8/8/8/R3K2R b ";
+        for (int i = 0; i < 4; ++i) fen += (subset >> i & 1) != 0 ? std::string(1, "KQkq"[i]) : "";
+        fen += subset != 0 ? " -" : "- -";
+        EXPECT_EQ(positionToFenWithRights(positionOf(fen)), fen);
+    }
+}
+
+TEST(Fen, WithoutASideToMoveThePositionStaysAsItWas) {
+    const Position before = play(startFen, "e2e4").back();
+    for (const char* text :
+         {"8/8/8/8/8/8/8/8 x - -", "8/8/8/8/8/8/8/8  w - -", "8/8/8/8/8/8/8/8 W - -", "8/8 ", "8/8"}) {
+        Position position = before;
+        EXPECT_NE(setupFromFen(position, text), nullptr) << text;
+        EXPECT_EQ(std::memcmp(&position, &before, sizeof before), 0) << text;
+    }
 }
 
 TEST(Fen, EnPassantFieldOnlyTellsTheLastMove) {
@@ -35,6 +54,9 @@ TEST(Fen, EnPassantFieldOnlyTellsTheLastMove) {
     EXPECT_EQ(position.lastMove, encodeMove(e2, e4));
     EXPECT_EQ(position.ply, 1);
     EXPECT_EQ(positionOf("4k3/8/8/3Pp3/8/8/8/4K3 w -   e6").lastMove, encodeMove(e7, e5));
+    for (const char digit : std::string("0124589")) { // all but the third rank tell of black's push
+        EXPECT_EQ(positionOf(std::string("4k3/8/8/8/8/8/8/4K3 w - h") + digit).lastMove, encodeMove(h7, h5)) << digit;
+    }
     for (const char* field : {"-", "", "e", "i3", "3e", "E3"}) {
         EXPECT_EQ(positionOf(std::string("4k3/8/8/8/8/8/8/4K3 w - ") + field).lastMove, nullMove) << field;
     }
@@ -57,9 +79,24 @@ TEST(Validity, NamesWhatIsWrong) {
     EXPECT_EQ(unplayableReason(positionOf(startFen)), nullptr);
     const char* rows[][2] = {{"8/8/8/8/8/8/8/K7 w - -", "black has no king"},
                              {"k7/8/8/8/8/8/8/KK6 w - -", "white has more than one king"},
+                             {"8/8/8/8/8/8/8/k7 w - -", "white has no king"},
+                             {"kk6/8/8/8/8/8/8/7K w - -", "black has more than one king"},
                              {"k6P/8/8/8/8/8/8/K7 w - -", "a pawn stands on the first or last rank"},
+                             {"k7/8/8/8/8/8/8/K6p w - -", "a pawn stands on the first or last rank"},
                              {"k7/8/8/8/8/8/8/R6K w - -", "the side not to move is in check"}};
     for (const auto& [fen, reason] : rows) EXPECT_STREQ(unplayableReason(positionOf(fen)), reason);
+}
+
+TEST(Validity, RightsFallWithoutTheirOwnKingOrRook) {
+    const char* rows[][2] = {{"r3k2r/8/8/8/8/8/8/R3K2R", "KQkq"}, {"r3k2r/8/8/8/8/8/8/R3K2r", "Qkq"},
+                             {"R3k2r/8/8/8/8/8/8/R3K2R", "KQk"},  {"r3k2r/8/8/8/8/8/8/R2K3R", "kq"},
+                             {"r3K2r/8/8/8/8/8/8/R3K2R", "KQ"},   {"r3k3/8/8/8/8/8/8/4K2R", "Kq"}};
+    for (const auto& [placement, rights] : rows) {
+        Position position = positionOf(std::string(placement) + " w KQkq -");
+        dropUnfoundedCastlingRights(position);
+        EXPECT_EQ(castlingText(position), rights);
+        EXPECT_EQ(position.key, keyOf(position));
+    }
 }
 
 TEST(MoveText, WritesKindsAndNull) {
@@ -98,6 +135,12 @@ TEST(Display, BoardWithHeader) {
               "\n r n b q k b n r\n p p p p p p p p\n - - - - - - - -"
               "\n - - - - - - - -\n - - - - P - - -\n - - - - - - - -"
               "\n P P P P - P P P\n R N B Q K B N R\n\n");
+}
+
+TEST(Display, Bits) {
+    const std::string empty = "\n - - - - - - - -";
+    EXPECT_EQ(printedBy([] { printBits(bit(a1) | bit(h8) | bit(c8)); }),
+              "\nBITS\n - - # - - - - #" + empty + empty + empty + empty + empty + empty + "\n # - - - - - - -\n");
 }
 
 } // namespace helvan::testing

@@ -11,6 +11,7 @@
 #include "board/geometry.h"
 #include "eval/evaluate.h"
 #include "eval/pawn_bitbase.h"
+#include "eval/scaling.h"
 #include "support/boards.h"
 #include "support/eval_parameters.h"
 
@@ -26,7 +27,7 @@ Position scattered(const std::string& men, Random& random) {
     for (const char man : men) {
         int at;
         do {
-            at = man == 'P' ? 8 + below(random, 48) : below(random, 64);
+            at = man == 'P' || man == 'p' ? 8 + below(random, 48) : below(random, 64);
         } while (board[at] != '1');
         board[at] = man;
     }
@@ -126,28 +127,51 @@ TEST(PawnBitbase, AgreesWithPlayingItOut) {
     EXPECT_EQ(winsToMove, 62480);
 }
 
-TEST(Endings, EveryRowTakesEffectForBothColours) {
-    struct Rows {
-        int scale;
-        int score;
-        std::vector<std::string> pieces; // one side's in upper case
-    };
-    const Rows allRows[] = {
-        {0, 0, {"", "B", "N"}}, {10, 0, {"Bb", "Bn", "Nn"}},  {50, 0, {"Qq", "Rr"}}, {50, -3000, {"NNb", "NNn"}},
-        {150, -3000, {"BNb"}},  {200, -3000, {"BNn", "BBb"}}, {500, -3000, {"BBn"}}, {200, -7000, {"NN"}},
-        {200, -3200, {"Bp"}},   {300, -3200, {"Np"}},         {200, -2000, {"RNr"}}, {300, -1500, {"Rb"}},
-        {200, -1500, {"Rn"}},   {500, -1000, {"Qr"}},         {700, 0, {"Q", "Qn"}}, {800, 0, {"R", "Qb"}}};
-    for (const Rows& rows : allRows) {
-        for (const std::string& pieces : rows.pieces) {
-            const std::string empty = std::to_string(8 - pieces.size());
-            const Position position = positionOf("k7/8/" + pieces + empty + "/8/8/8/8/7K w - -");
-            for (const bool swapped : {false, true}) {
-                const EvalExplanation e = explainEvaluation(swapped ? transformed(position, 56, true) : position);
-                EXPECT_EQ(e.materialScale, rows.scale) << pieces;
-                EXPECT_EQ(e.endingBonus, swapped ? -rows.score : rows.score) << pieces;
-            }
+TEST(Endings, ARowScalesAndCorrectsTheScoreOfEitherColour) {
+    for (const int scale : {250, fullScale}) { // a full one leaves the rules of scarce material in force
+        const EndingRecord records[] = {{"RNq", scale, -1500, nullptr}, {"-", 0, 0, nullptr}};
+        for (const bool swapped : {false, true}) {
+            const Position plain = positionOf("k7/8/RNq5/8/8/8/8/7K w - -");
+            const Position position = swapped ? transformed(plain, 56, true) : plain;
+            const EvalExplanation without = explainEvaluation(position);
+            fillEndingTables(records);
+            const EvalExplanation with = explainEvaluation(position);
+            initEndingTables();
+            EXPECT_EQ(with.blended - without.blended, (swapped ? 1500 : -1500) * fullPhase);
+            EXPECT_EQ(with.materialScale, scale == fullScale ? without.materialScale : scale);
+            EXPECT_EQ(with.scaled, scaled(with.blended, with.materialScale));
         }
     }
+}
+
+// Summed over boards on which the men stand anywhere.
+TEST(Endings, KnownDrawsScoreNearerToZeroAndKnownWinsFarther) {
+    constexpr EndingRecord nothing[] = {{"-", 0, 0, nullptr}};
+    const auto sumOfScores = [](const std::string& men) {
+        Random random(4);
+        int sum = 0;
+        for (int i = 0; i < 200; ++i) {
+            const Position position = scattered("Kk" + men, random);
+            sum += std::abs(explainEvaluation(i % 2 == 0 ? position : transformed(position, 56, true)).score);
+        }
+        return sum;
+    };
+    const auto knowledge = [&](const std::string& men) {
+        const int known = sumOfScores(men);
+        fillEndingTables(nothing);
+        const int unknown = sumOfScores(men);
+        initEndingTables();
+        return known - unknown;
+    };
+    for (const char* men : {"",   "B",  "N",  "NN",  "Bb",  "Bn",  "Nn",  "Qq",  "Rr",  "Rb",
+                            "Rn", "Bp", "Qr", "NNb", "NNn", "BNb", "BNn", "BBb", "BBn", "RNr"}) {
+        EXPECT_LT(knowledge(men), 0) << men;
+    }
+    for (const char* men : {"R", "Q", "Qb", "Qn"}) EXPECT_GT(knowledge(men), 0) << men;
+    EXPECT_LE(explainEvaluation(positionOf("7k/8/p7/8/3N4/3K4/8/8 w - -")).score, 0); // the pawn alone may win
+}
+
+TEST(Endings, OtherMaterialIsUnknown) {
     for (const char* unknown : {"NNp5", "BBp5", "PP6", "QQ6", "RR6", "Pp6"}) {
         const Position position = positionOf(std::string("k7/8/") + unknown + "/8/8/8/8/7K w - -");
         EXPECT_EQ(findEnding(position.materialKey), nullptr) << unknown;
@@ -236,6 +260,8 @@ TEST(Endings, TheEvaluatorsTellWinsFromDraws) {
     for (const char* fen : wins) EXPECT_GT(scoreOf(positionOf(fen)), 300) << fen;
     const auto advanced = [](const char* fen) { return scoreOf(positionOf(fen)); };
     EXPECT_GT(advanced("8/4P3/8/8/8/k7/8/2K5 w - -"), advanced("8/8/4P3/8/8/k7/8/2K5 w - -"));
+    EXPECT_GT(advanced("8/8/3K4/8/3P4/8/8/B6k w - -"), advanced("8/8/8/8/3P4/3K4/8/B6k w - -")); // the king leads it
+    EXPECT_EQ(advanced("8/8/3K4/8/3P4/8/8/B6k w - -"), advanced("8/8/3K4/8/3P4/8/8/B6k b - -")); // won all the same
 }
 
 TEST(Endings, BishopAndKnightDriveTheKingToTheBishopsCorner) {
@@ -248,6 +274,9 @@ TEST(Endings, BishopAndKnightDriveTheKingToTheBishopsCorner) {
         EXPECT_GT(score, last) << fen;
         last = score;
     }
+    const auto standingOff = [](const char* fen) { return scoreOf(positionOf(fen)); };
+    EXPECT_GT(standingOff("8/8/8/5N2/3B4/2K5/8/k7 w - -"), standingOff("8/8/8/4KN2/3B4/8/8/k7 w - -"));
+    EXPECT_GT(standingOff("8/8/8/4K3/3B4/3N4/8/k7 w - -"), standingOff("8/8/8/4KN2/3B4/8/8/k7 w - -"));
 }
 
 } // namespace helvan::testing

@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 
 #include "eval/endings.h"
+#include "eval/pawn_structure.h"
 #include "eval/scaling.h"
 #include "search/tables.h"
 #include "support/boards.h"
@@ -73,19 +75,25 @@ TEST(Evaluate, PackedSumsEqualPlainSums) {
 }
 
 TEST(Scaling, OppositeBishops) {
-    const int scales[][3] = {{0, 0, 0}, {1, 0, 0}, {2, 1, 200}, {3, 3, 400}, {8, 8, 748}};
-    for (const auto& [pawns, passed, expected] : scales) {
-        const OppositeBishopScale scale = oppositeBishopScale({{28, pawns, passed}, {28, 2, 0}}, white, 6);
-        EXPECT_EQ(scale.scale, expected);
-        EXPECT_FALSE(scale.materialRules);
+    for (int pawns = 0; pawns <= 8; ++pawns) {
+        for (int passed = 0; passed <= pawns; ++passed) {
+            const OppositeBishopScale scale = oppositeBishopScale({{28, pawns, passed}, {28, 2, 0}}, white, 6);
+            EXPECT_EQ(scale.scale, (std::lround(1000 * std::sqrt(std::max(pawns + passed - 2, 0))) + 2) / 5);
+            EXPECT_FALSE(scale.materialRules);
+        }
     }
     const ScaledSide withRook = {68, 4, 0};
     EXPECT_EQ(oppositeBishopScale({withRook, withRook}, black, 55).scale, 900);
+    EXPECT_FALSE(oppositeBishopScale({withRook, withRook}, black, 55).materialRules);
     EXPECT_EQ(oppositeBishopScale({withRook, withRook}, black, 56).scale, 1000);
     EXPECT_TRUE(oppositeBishopScale({withRook, withRook}, black, 56).materialRules);
     const auto bishopScale = [](const char* fen) { return explainEvaluation(positionOf(fen)).bishopScale; };
-    EXPECT_EQ(bishopScale("8/3b1k2/8/8/8/4B3/1P2PK2/8 w - -"), 283);  // two pawns, both passed
-    EXPECT_EQ(bishopScale("8/2b2k2/8/8/8/4B3/1P2PK2/8 w - -"), 1000); // bishops of one colour
+    EXPECT_EQ(bishopScale("8/3b1k2/8/8/8/4B3/1P2PK2/8 w - -"), 283);   // two pawns, both passed
+    EXPECT_EQ(bishopScale("8/2b2k2/8/8/8/4B3/1P2PK2/8 w - -"), 1000);  // bishops of one colour
+    EXPECT_EQ(bishopScale("8/3b1k2/8/8/8/3BB3/1P2PK2/8 w - -"), 1000); // a pair against one
+    const EvalExplanation withRooks = explainEvaluation(positionOf("8/3b1k2/1r6/8/8/4B3/1P2PK2/4R3 w - -"));
+    EXPECT_EQ(withRooks.bishopScale, 900);
+    EXPECT_EQ(withRooks.materialScale, 1000); // though there are but two pawns
 }
 
 TEST(Scaling, ScarceMaterial) {
@@ -152,13 +160,32 @@ TEST(Tables, TheMoveIsWorthLessInEndings) {
     EXPECT_EQ(evalTables.tempoByPhase[96], 100);
 }
 
-TEST(Tables, PlainValuesAreTheLargerOfTheTwo) {
-    const int expected[] = {0, 80, 310, 320, 510, 960, 0};
-    for (PieceType type = allPieces; type <= king; ++type) {
-        EXPECT_EQ(evalTables.pieceValueCentipawns[type], expected[type]) << type;
+TEST_F(Parameters, PlainValuesAreTheLargerOfTheTwo) {
+    evalParameters.material[knight] = packed(1234, 999);
+    evalParameters.material[rook] = packed(1005, 2009);
+    initEvalTables();
+    EXPECT_EQ(evalTables.pieceValueCentipawns[knight], 123);
+    EXPECT_EQ(evalTables.pieceValueCentipawns[rook], 200);
+    EXPECT_EQ(evalTables.phasePieceValue[0][rook], 200);
+    EXPECT_EQ(evalTables.phasePieceValue[24][rook], 175);
+    EXPECT_EQ(evalTables.phasePieceValue[96][rook], 100);
+}
+
+TEST_F(Parameters, AKingAtHomeIsCreditedWithTheShelterThatIsBetterInTheOpening) {
+    const Position position = positionOf("4k3/p7/8/8/8/8/6PP/4K3 w - -");
+    for (const int value : {100, -100}) {
+        evalParameters = {};
+        evalParameters.shelter[1] = packed(value, -value);
+        initEvalTables();
+        EXPECT_EQ(pawnStructureOf(position, white), value > 0 ? packed(300, -300) : packed(0, 0)); // g counts twice
     }
-    EXPECT_EQ(evalTables.phasePieceValue[0][queen], 960);
-    EXPECT_EQ(evalTables.phasePieceValue[96][queen], 800);
+}
+
+TEST(Evaluate, EndingsJudgedAsAWholeAreNotCached) {
+    const Position position = positionOf("8/8/8/4k3/8/8/4P3/4K3 w - -");
+    const auto own = std::make_unique<EvalCaches>();
+    evaluate(position, *own);
+    EXPECT_EQ(own->evalCache[position.key & evalCacheMask].key, 0U);
 }
 
 } // namespace helvan::testing

@@ -82,8 +82,31 @@ TEST_F(Table, OldAndShallowEntriesGoFirst) {
     EXPECT_NE(table.probe(keyOf(4)), nullptr); // no less old, but rated no higher than the choice before it
 }
 
+TEST_F(Table, AmongFreshEntriesTheFirstShallowerOneGoesWhole) {
+    const int depths[] = {5, 7, 6, 5};
+    for (int n = 1; n <= 4; ++n) storeNth(n, depths[n - 1]);
+    table.store(keyOf(5), 1, 0, exactBound, nullMove, 3);
+    for (int n = 1; n <= 5; ++n) EXPECT_EQ(table.probe(keyOf(n)) != nullptr, n != 3) << n;
+    EXPECT_EQ(table.probe(keyOf(5))->move, nullMove);
+    EXPECT_EQ(table.probe(keyOf(5))->boundAndTag, exactBound | 3 << 4);
+}
+
+TEST_F(Table, EntriesAreToldFromOldOnesAfterAnyNumberOfSearches) {
+    for (int searches = 0; searches < 300; ++searches) table.newGeneration();
+    for (int n = 1; n <= 4; ++n) storeNth(n, 20 - n);
+    table.newGeneration();
+    storeNth(2, 2);
+    storeNth(5, 1);
+    EXPECT_NE(table.probe(keyOf(2)), nullptr);
+    EXPECT_EQ(table.probe(keyOf(4)), nullptr);
+}
+
 TEST_F(Table, SameKeyIsUpdatedInPlace) {
     table.store(7, 10, 50, lowerBound, 1234, 0);
+    for (std::uint64_t n = 1; n <= 4; ++n) storeNth(n, 9);
+    table.store(keyOf(5), 3, 0, exactBound, 1, 5);
+    table.store(keyOf(5), 4, 0, lowerBound, 1, 6);
+    EXPECT_EQ(table.probe(keyOf(5))->boundAndTag, lowerBound | 5 << 4); // the tag is that of the first
     table.store(7, 3, -20, upperBound, nullMove, 0);
     const TTEntry* entry = table.probe(7);
     ASSERT_NE(entry, nullptr);
