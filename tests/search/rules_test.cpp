@@ -18,9 +18,14 @@ namespace helvan::testing {
 
 TEST(Margins, NullReductionFollowsTheHyperbolicTangent) {
     for (int x = 0; x < 640; ++x) EXPECT_NEAR(nullReduction[x], 2000 * std::tanh(x / 130.3) - 0.5, 0.501) << x;
-    EXPECT_EQ(nullMoveReduction(5000, 96, 20), nullMoveReduction(639, 96, 20));
-    EXPECT_EQ(nullMoveReduction(0, 96, 6), 5);
-    EXPECT_EQ(nullMoveReduction(0, 23, 6), 3);
+    // Surplus, phase and depth: two half-plies less with few pieces, a half-ply more for every four of depth, and for
+    // the surplus up to two, which come at half the tangent's height and never quite.
+    constexpr int rows[][4] = {{0, 24, 6, 5},  {0, 23, 6, 3},  {0, 96, 9, 5},    {0, 96, 10, 6},  {0, 96, 30, 11},
+                               {71, 96, 6, 5}, {72, 96, 6, 6}, {51, 96, 7, 5},   {52, 96, 7, 6},  {638, 96, 6, 6},
+                               {639, 0, 6, 4}, {639, 0, 7, 5}, {5000, 96, 6, 6}, {5000, 96, 7, 7}};
+    for (const auto& [surplus, phase, depth, reduction] : rows) {
+        EXPECT_EQ(nullMoveReduction(surplus, phase, depth), reduction) << surplus << ' ' << phase << ' ' << depth;
+    }
 }
 
 TEST(Reductions, StayInTheTable) {
