@@ -91,18 +91,25 @@ TEST(Dialogue, SearchesInsideSearchesAllAnswer) {
     EXPECT_FALSE(engine.ask("stop\ngo infinite", "bestmove ").empty()) << "the stopped search answers first";
 }
 
-// The outer search goes on with its own position, moves and game whatever the inner one was about, and whatever was
-// stopped before.
+// The outer search goes on with its own limits, moves and game, in which its move leads to a repetition, whatever the
+// inner one was about and whatever was stopped before.
 TEST(Dialogue, OuterSearchSurvivesAnInnerOne) {
     EngineProcess engine;
     engine.ask("go infinite\nstop", "bestmove ");
-    ASSERT_FALSE(engine.ask("position startpos moves g1f3 g8f6 f3g1\ngo infinite", "info depth 8 ").empty());
-    EXPECT_FALSE(engine.ask("position fen 8/8/8/3k4/8/3K4/3P4/8 w - - 0 1\ngo depth 6", "bestmove d").empty());
-    ASSERT_FALSE(engine.readUntil("info depth 12 ").empty());
-    const std::vector<std::string> lines = engine.ask("stop", "bestmove ");
-    ASSERT_FALSE(lines.empty());
-    const char fromRank = lines.back()[10];
-    EXPECT_TRUE(fromRank >= '6' && fromRank <= '8') << lines.back(); // a black man moves
+    engine.send("setoption name Drawscore value -37\nposition fen 4k3/pppppppp/8/8/8/8/PPPPPPPP/Q3K3 w - - 0 1 "
+                "moves e1d1 e8d8 d1e1 d8e8");
+    ASSERT_FALSE(engine.ask("go ponder depth 45 searchmoves e1d1", "info depth 10 ").empty());
+    engine.send("position fen 8/8/8/3k4/8/3K4/3P4/8 w - - 0 1 moves d3e3 d5e5 e3d3 e5d5 d3e3 d5e5");
+    const std::vector<std::string> before = engine.ask("go depth 6 searchmoves d2d4", "bestmove d2d4");
+    EXPECT_FALSE(before.empty());
+    const std::vector<std::string> lines = engine.ask("ponderhit", "bestmove e1d1 ponder e8d8");
+    EXPECT_EQ(countOf(before, "info depth 45 time ") + countOf(lines, "info depth 45 time "), 2);
+    for (const std::string& line : lines) {
+        const bool own =
+            line.find(" score ") == std::string::npos ||
+            (line.find(" score cp 37 ") != std::string::npos && line.find(" pv e1d1") != std::string::npos);
+        EXPECT_TRUE(own) << line;
+    }
 }
 
 TEST(Dialogue, DeterministicSearchesAgreeBetweenProcesses) {

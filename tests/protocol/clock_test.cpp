@@ -65,7 +65,7 @@ template <typename Look> std::string watched(const std::string& go, std::uint64_
 }
 
 // The deadlines that the search of this line has one after the other, until it has so many or is stopped.
-std::vector<Deadlines> allDeadlinesOf(const std::string& go, std::size_t count, std::uint64_t nodes = unlimitedNodes) {
+std::vector<Deadlines> allDeadlinesOf(const std::string& go, std::size_t count, std::uint64_t nodes = 1'000'000) {
     std::vector<Deadlines> seen;
     watched(go, nodes, [&](Search& search) {
         const Deadlines now = deadlinesOf(search);

@@ -4,6 +4,7 @@
 #include "search/draws.h"
 #include "search/quiesce.h"
 #include "search/report.h"
+#include "search/scout.h"
 #include "support/output.h"
 #include "support/searching.h"
 
@@ -57,6 +58,11 @@ TEST(Report, ScoresBeyondTheBorderAreMates) {
     EXPECT_EQ(scoreText(-31996), "mate -2");
 }
 
+TEST(Report, NamesTheMoveThatIsSearched) {
+    EXPECT_EQ(printedBy([] { uciReporter().moveBegins(encodeMove(e2, e4), 17); }),
+              "info currmove e2e4 currmovenumber 17\n");
+}
+
 TEST_F(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
     const char* mates[] = {"6k1/5ppp/8/8/8/8/8/R5K1 w - -", "r1b2k1r/ppp1bppp/8/1B1Q4/5q2/2P5/PPP2PPP/R3R1K1 w - -",
                            "r5rk/5p1p/5R2/4B3/8/8/7P/7K w - -", "7R/r1p1q1pp/3k4/1p1n1Q2/3N4/8/1PP2PPP/2B3K1 w - -",
@@ -74,16 +80,17 @@ TEST_F(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
 }
 
 TEST_F(Think, SeesDrawsByRepetitionAndByFiftyMoves) {
+    searchSettings.drawScore = -30;
     const auto lastScore = [&](const Position& position) {
         const std::string answer = thought(position, {.depth = 9});
         return std::stoi(answer.substr(answer.rfind(" score cp ") + 10));
     };
     // A rook down and about to be mated, the queen checks for ever.
-    EXPECT_NEAR(lastScore(positionOf("6k1/6p1/8/7Q/8/8/qr4PP/7K w - -")), 0, 5);
+    EXPECT_EQ(lastScore(positionOf("6k1/6p1/8/7Q/8/8/qr4PP/7K w - -")), 30);
     Position winning = positionOf("8/8/8/3k4/8/8/4K3/2Q5 w - -");
     EXPECT_GT(lastScore(winning), 500);
     winning.fifty = 97; // not enough moves to mate
-    EXPECT_NEAR(lastScore(winning), 0, 5);
+    EXPECT_EQ(lastScore(winning), 30);
 }
 
 TEST_F(Think, ListsTheRanksOfSeveralLines) {
@@ -94,19 +101,45 @@ TEST_F(Think, ListsTheRanksOfSeveralLines) {
     EXPECT_LT(answer.find("info multipv 1"), answer.find("info multipv 2"));
 }
 
-TEST_F(Think, SwitchesChangeTheSearchAndStillSolve) {
-    const Position position = positionOf("2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - -");
-    const auto nodesAndMove = [&] {
-        const std::string answer = thought(position, {.depth = 8});
-        EXPECT_TRUE(contains(answer, "bestmove g3g6")) << answer;
-        return answer.substr(answer.rfind("info nodes"));
+// As long as other moves are there, the table keeps the search from finding that one mates.
+TEST_F(Think, SortsTheRanksByTheirScores) {
+    const Position position = positionOf("6k1/5ppp/2P5/8/8/8/8/R5K1 w - -");
+    const Move mates = encodeMove(a1, a8);
+    Reporter reporter = uciReporter();
+    reporter.iterationBegins = [&](int) {
+        tables->transpositionTable.store(childOf(position, mates).key, 99, 9000, lowerBound, nullMove, 0);
     };
-    const std::string usual = nodesAndMove();
-    for (int* const offSwitch : {&searchSettings.useLmr, &searchSettings.nullMovePruning}) {
-        *offSwitch = 0;
-        EXPECT_NE(nodesAndMove(), usual);
-        *offSwitch = 1;
-    }
+    const std::vector<Move> wanted = {encodeMove(c6, c7), mates};
+    Search search(*tables, {.depth = 2, .ranks = 2, .searchMoves = wanted}, reporter);
+    const std::string answer = printedBy([&] { think(search, position); });
+    EXPECT_TRUE(contains(answer, "info multipv 1 score cp 31999 depth 2 ")) << answer;
+    EXPECT_LT(answer.find(" pv a1a8"), answer.find(" pv c6c7", answer.find("info multipv 2"))) << answer;
+    EXPECT_TRUE(contains(answer, "bestmove a1a8\n")) << answer;
+}
+
+TEST_F(Think, SwitchesTurnTheirRulesOff) {
+    const Position start = positionOf(startFen);
+    const auto nodesOf = [&](int beta, int depth, bool knowsLateMoves) {
+        forget();
+        if (knowsLateMoves) { // at the depth of reduced searches
+            for (const Move move : legalMovesOf(start)) {
+                tables->transpositionTable.store(childOf(start, move).key, 4, 9000, lowerBound, nullMove, 0);
+            }
+        }
+        Search search(*tables);
+        Position position = start;
+        Move line[pvCapacity];
+        searchScout(search, position, beta, depth, 2, line);
+        return search.nodes;
+    };
+    EXPECT_EQ(nodesOf(-500, 6, false), 0U) << "so good that it is not searched";
+    searchSettings.nullMovePruning = 0;
+    EXPECT_GT(nodesOf(-500, 6, false), 0U);
+    const auto reduced = nodesOf(50, 8, true);
+    searchSettings.useLmr = 0;
+    EXPECT_GT(nodesOf(50, 8, true), reduced);
+    EXPECT_TRUE(contains(thought(positionOf("2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - -"), {.depth = 8}),
+                         "bestmove g3g6"));
 }
 
 TEST_F(Think, SearchesOnlyTheNamedMoves) {
