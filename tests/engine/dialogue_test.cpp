@@ -5,8 +5,13 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <regex>
+#include <utility>
 
+#include "board/fen.h"
+#include "eval/parameters.h"
+#include "search/think.h"
 #include "support/engine_process.h"
 
 namespace helvan::testing {
@@ -129,6 +134,24 @@ TEST(Dialogue, DeterministicSearchesAgreeBetweenProcesses) {
     const std::string first = answers("");
     EXPECT_NE(first.find("info depth 9 nodes "), std::string::npos) << first;
     EXPECT_EQ(answers("go depth 6"), first) << "what was searched before leaves no trace";
+}
+
+// Nothing of what the engine does before it listens, or in its pauses, is left in what it finds.
+TEST(Dialogue, TheFirstSearchBeginsWithNothingKnown) {
+    EngineProcess engine;
+    ASSERT_FALSE(engine.ask("setoption name King Safety Aggressiveness value 0\nisready", "readyok").empty());
+    usleep(300'000);
+    const std::vector<std::string> answer = engine.ask("go depth 8", "bestmove ");
+    ASSERT_FALSE(answer.empty());
+    const int aggressiveness = std::exchange(evalParameters.kingSafetyAggressiveness, 0);
+    const auto tables = std::make_unique<SearchTables>();
+    rebuildTables(*tables);
+    tables->transpositionTable.allocate(64);
+    Search search(*tables, {.depth = 8});
+    think(search, startPosition());
+    evalParameters.kingSafetyAggressiveness = aggressiveness;
+    rebuildTables(*tables);
+    EXPECT_EQ(answer[answer.size() - 2], "info nodes " + std::to_string(search.nodes));
 }
 
 TEST(Dialogue, EndOfInputEndsNothing) {

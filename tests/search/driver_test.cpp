@@ -117,7 +117,7 @@ TEST_F(Driver, WaitsForTheEndOfPondering) {
             if (++polls < 1000 && (iterations.size() < 3 || ++waited < 3)) return;
             (stops ? search->stopSearch : search->pondering) = stops;
         };
-        reporter.searchEnds = [&](const Search&, const Move*) { waitedAtEnd = waited; };
+        reporter.answers = [&](const Search&, const Move*) { waitedAtEnd = waited; };
         thought(positionOf(startFen), {.depth = 3, .goalSeconds = 0, .hardSeconds = 0, .ponder = true});
         EXPECT_EQ(iterations.size(), 3U) << "no clock runs";
         EXPECT_EQ(waitedAtEnd, 3);
@@ -174,24 +174,23 @@ TEST_F(Driver, DrawsScoreAsTheOptionSays) {
 
 TEST_F(Driver, FirstSearchesForgetAndThoseToldTo) {
     struct {
-        int megabytes;
-        bool usedBefore, forgets, tableKept, historyKept, usedAfter;
-    } const rows[] = {{1, true, false, true, true, true},    {1, false, false, false, false, true},
-                      {1, true, true, false, false, true},   {0, true, false, true, true, true},
-                      {0, false, false, true, false, false}, {0, true, true, true, false, true}};
+        bool hashOff, usedBefore, forgets, tableKept, historyKept, usedAfter;
+    } const rows[] = {{false, true, false, true, true, true},   {false, false, false, false, false, true},
+                      {false, true, true, false, false, true},  {true, true, false, true, true, true},
+                      {true, false, false, true, false, false}, {true, true, true, true, false, true}};
     for (const auto& row : rows) {
-        searchSettings.hashMegabytes = row.megabytes;
         TranspositionTable& table = tables->transpositionTable;
         table.clear();
         table.generation = 7;
         table.store(1, 1, 1, exactBound, 1, 0);
         tables->moveHistory.history[0][0] = 5;
         tables->usedBefore = row.usedBefore;
-        thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"), {.depth = 1, .forget = row.forgets}); // stores nothing
+        thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"),
+                {.depth = 1, .forget = row.forgets, .hashOff = row.hashOff}); // stores nothing
         EXPECT_EQ(table.probe(1) != nullptr, row.tableKept);
         EXPECT_EQ(tables->moveHistory.history[0][0] == 5, row.historyKept);
         EXPECT_EQ(tables->usedBefore, row.usedAfter);
-        EXPECT_EQ(table.generation, row.megabytes == 0 ? 7U : row.tableKept ? 8U : 1U);
+        EXPECT_EQ(table.generation, row.hashOff ? 7U : row.tableKept ? 8U : 1U);
     }
 }
 
