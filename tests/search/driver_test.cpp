@@ -186,7 +186,7 @@ TEST_F(Driver, FirstSearchesForgetAndThoseToldTo) {
         tables->moveHistory.history[0][0] = 5;
         tables->usedBefore = row.usedBefore;
         thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"),
-                {.depth = 1, .forget = row.forgets, .hashOff = row.hashOff}); // stores nothing
+                {.depth = 1, .hashOff = row.hashOff, .forget = row.forgets}); // stores nothing
         EXPECT_EQ(table.probe(1) != nullptr, row.tableKept);
         EXPECT_EQ(tables->moveHistory.history[0][0] == 5, row.historyKept);
         EXPECT_EQ(tables->usedBefore, row.usedAfter);
