@@ -64,19 +64,4 @@ TEST_F(Nodes, CapturesIntoAPawnEndingAreTestedForBeingSingular) {
     EXPECT_NE(nodesOf(position, capture, bounds[0], 15, pv), nodesOf(position, capture, bounds[1], 15, pv));
 }
 
-// In this position no side can lose a move, so that the enemy to move stands in the table only if this side has passed.
-TEST_F(Nodes, TheSingularTestBehindANullMovePassesNoMove) {
-    const Position position = positionOf("6k1/pp2pppp/8/8/8/2N5/4PPPP/6K1 w - -");
-    const Key passed = childOf(position, nullMove).key;
-    for (const bool noNull : {true, false}) {
-        nodesOf(position, encodeMove(c3, d5), 0, 12, [&](Search& search, Position& at) {
-            EXPECT_LT(searchWithoutMove(search, at, -100, 30, 1, encodeMove(c3, d5), noNull), 10000);
-        });
-        EXPECT_EQ(tables->transpositionTable.probe(passed) == nullptr, noNull);
-        nodesOf(position, encodeMove(c3, d5), 0, 12,
-                [&](Search& search, Position& at) { searchScout(search, at, 100, 15, 1, line, nullMove, true); });
-        EXPECT_EQ(tables->transpositionTable.probe(passed), nullptr);
-    }
-}
-
 } // namespace helvan::testing
