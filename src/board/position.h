@@ -61,7 +61,7 @@ struct alignas(64) Position {
 static_assert(sizeof(Position) == 192, "a position fills three cache lines");
 // The sets of squares are the first two lines, all else is the third, and nowhere is a gap, however wide a pointer is.
 static_assert(offsetof(Position, key) == 128 && offsetof(Position, prev) == 160 &&
-              offsetof(Position, spareByte) == 160 + sizeof(Position::prev) + 23);
+              offsetof(Position, spareByte) == 160 + sizeof(void*) + 23);
 
 // The type of the colour's piece on the square, phantom if it has none there.
 inline PieceType pieceTypeAt(const Position& position, Colour colour, Square square) {

@@ -130,6 +130,7 @@ std::vector<Candidate> candidatesOf(const Position& position, const std::vector<
     Move legal[maxMoves];
     const int count = legalMoves(position, legal);
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) texts.push_back(moveText(legal[i]));
     std::vector<Candidate> candidates;
     for (const BookEntry& entry : entries) {
