@@ -99,6 +99,8 @@ TEST_F(Books, WeightsAreChances) {
     std::map<std::string, int> all = answersToProbes(700);
     EXPECT_EQ(all.size(), 3U);
     EXPECT_NEAR(all["e2e4"], 175, 57);
+    answerOf(start, {{"e2e4", 1}, {"d2d4", 1}});
+    EXPECT_EQ(answersToProbes(50).size(), 2U);
     answerTo("setoption name OwnBook value false");
     EXPECT_EQ(probe(start), "");
 }

@@ -88,6 +88,16 @@ TEST(Commands, PositionKeepsTheLastGoodState) {
     EXPECT_EQ(moveText(session().gameHistory.current().lastMove), "e2e4");
 }
 
+TEST(Commands, StopEndsAllSearchesAndPonderhitTheWaitOfTheInnermost) {
+    Search outer(tables(), {.ponder = true}), inner(tables(), {.ponder = true});
+    session().running = {&outer, &inner};
+    answerTo("ponderhit");
+    EXPECT_TRUE(outer.pondering && !inner.pondering);
+    answerTo("stop");
+    EXPECT_TRUE(outer.stopSearch && inner.stopSearch);
+    session().running.clear();
+}
+
 TEST(GoParameters, AreReadInAnyOrder) {
     const GoParameters go = parametersOf("go winc 100 btime 2500 junk depth 7 searchmoves e2e4 d2d4 nodes 12 "
                                          "movestogo 30 infinite movetime -5 wtime 1");
