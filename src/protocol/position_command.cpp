@@ -26,12 +26,10 @@ void setRoot(GameHistory& gameHistory, const char* fen) {
     dropUnfoundedCastlingRights(gameHistory.positions[0]);
 }
 
+static_assert(GameHistory::capacity > lineCapacity / 2, "the game has room for all words of a line");
+
 void applyMoves(GameHistory& gameHistory, const Words& words, int first) {
     for (int i = first; i < words.count; ++i) {
-        if (gameHistory.ply + 1 >= GameHistory::capacity) {
-            std::printf("info string game longer than %d moves, the rest is ignored\n", GameHistory::capacity - 1);
-            break;
-        }
         Position* const current = &gameHistory.positions[gameHistory.ply];
         if (applyMoveText(*current, *(current + 1), words[i]) == 0) {
             std::printf("info string illegal move %s\n", words[i]);

@@ -147,13 +147,19 @@ TEST(Clocks, SetTheDeadlines) {
         {20, "go wtime 1000 movestogo -1", {0.81, 0.98}},
         // An overhead below 0 is time won.
         {-1000, "go wtime 0", {0.75, 1.0}},
+        // Without a clock to keep there are no deadlines.
+        {20, "go infinite wtime 1000", {unlimitedSeconds, unlimitedSeconds}},
+        {20, "go depth 5 wtime 1000", {unlimitedSeconds, unlimitedSeconds}},
+        {20, "go nodes 5 movestogo 3 wtime 1000", {unlimitedSeconds, unlimitedSeconds}},
         // A fixed time is what it is.
         {5000, "go movetime 300", {0.3, 0.3}},
     };
     for (const auto& [overhead, go, expected] : rows) {
         const Deadlines deadlines = deadlinesOf(go, {.overheadMilliseconds = overhead});
-        EXPECT_NEAR(deadlines.soft, expected.soft, 0.0002) << overhead << ": " << go;
-        EXPECT_NEAR(deadlines.hard, expected.hard, 0.0002) << overhead << ": " << go;
+        EXPECT_TRUE(deadlines.soft == expected.soft || std::abs(deadlines.soft - expected.soft) < 0.0002)
+            << overhead << ": " << go;
+        EXPECT_TRUE(deadlines.hard == expected.hard || std::abs(deadlines.hard - expected.hard) < 0.0002)
+            << overhead << ": " << go;
     }
 }
 

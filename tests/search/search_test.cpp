@@ -75,7 +75,7 @@ TEST_F(Think, FindsMatesAndAnswersWhereThereIsNoMove) {
     const std::string mated = thought(positionOf("7k/5KQ1/8/8/8/8/8/8 b - -"), {.depth = 3});
     EXPECT_TRUE(contains(mated, "score mate -1 ") && contains(mated, "\nbestmove ZZZZ\n")) << mated;
     const std::string stalemated = thought(positionOf("7k/5K2/6Q1/8/8/8/8/8 b - -"), {.depth = 3});
-    EXPECT_TRUE(contains(stalemated, "info depth 3 time 0 nodes 0 score cp 0 ")) << stalemated;
+    EXPECT_TRUE(contains(stalemated, " nodes 0 score cp 0 ")) << stalemated;
     EXPECT_TRUE(contains(stalemated, "\nbestmove ZZZZ\n")) << stalemated;
 }
 

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <fstream>
+#include <memory>
 #include <sstream>
 
 #include "eval/evaluate.h"
@@ -218,6 +220,26 @@ TEST(ToolOptions, OnlyWholeNumbersThatTheTypeHoldsAreTaken) {
     for (const char* text : {"", "x", "7x", "7.5", "2147483648"}) EXPECT_FALSE(store(text, number)) << text;
     EXPECT_FALSE(store("-1", seed));
     EXPECT_FALSE(store("1e999", rate));
+}
+
+// The sums of score times evaluation, both white's view, by the side to move.
+TEST(TrainingData, GeneratedScoresAreWhitesView) {
+    std::FILE* const out = popen(HELVAN_GENERATE " --games 4 --nodes 200 2>/dev/null", "r");
+    ASSERT_NE(out, nullptr);
+    TrainingSet set;
+    for (char line[512]; std::fgets(line, sizeof line, out) != nullptr;) {
+        EXPECT_TRUE(line[0] == '#' || addLine(set, line)) << line;
+    }
+    EXPECT_EQ(pclose(out), 0);
+    const auto caches = std::make_unique<EvalCaches>();
+    double agreement[2] = {};
+    for (std::size_t i = 0; i < set.size(); ++i) {
+        const Colour mover = set.positions[i].sideToMove();
+        const double eval = evaluate(set.positions[i], *caches);
+        agreement[mover] += (mover == white ? eval : -eval) * static_cast<double>(set.scores[i]);
+    }
+    EXPECT_GT(agreement[white], 0);
+    EXPECT_GT(agreement[black], 0);
 }
 
 } // namespace helvan::testing
