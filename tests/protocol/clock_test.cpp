@@ -59,7 +59,7 @@ template <typename Look> std::string watched(const std::string& go, std::uint64_
         look(search);
         if (search.nodes > nodes) search.stopSearch = true;
     };
-    const std::string answer = answerTo(go);
+    std::string answer = answerTo(go);
     session().poll = {};
     return answer;
 }

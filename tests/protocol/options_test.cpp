@@ -22,7 +22,7 @@ namespace {
 constexpr int smallestInt = std::numeric_limits<int>::min();
 constexpr int largestInt = std::numeric_limits<int>::max();
 
-OptionRequest requestOf(const std::string& line) { return readOptionRequest(Words(line.c_str())); }
+OptionRequest requestOf(const std::string& line) { return readOptionRequest(Words(line)); }
 
 std::string answerToOption(const std::string& words) { return answerTo("setoption name " + words); }
 
