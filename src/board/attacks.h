@@ -93,6 +93,16 @@ inline Bitboard attackersOf(const Position& position, Square square, Colour colo
            (rookAttacks(square, occupied) & position.straightSliders(colour));
 }
 
+// The same of both colours.
+inline Bitboard allAttackersOf(const Position& position, Square square, Bitboard occupied) {
+    const auto both = [&](PieceType type) { return position.of(white, type) | position.of(black, type); };
+    const Bitboard queens = both(queen);
+    return (pawnAttacks(black, bit(square)) & position.of(white, pawn)) |
+           (pawnAttacks(white, bit(square)) & position.of(black, pawn)) | (knightAttacks[square] & both(knight)) |
+           (kingAttacks[square] & both(king)) | (bishopAttacks(square, occupied) & (both(bishop) | queens)) |
+           (rookAttacks(square, occupied) & (both(rook) | queens));
+}
+
 // The enemy pieces that attack the colour's king. Empty without a king; the union over several kings, which
 // only boards that no game reaches have.
 inline Bitboard checkersOf(const Position& position, Colour colour) {

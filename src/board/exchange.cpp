@@ -43,9 +43,7 @@ public:
     }
 
     // Looks for the attackers; to be called once, before the first capture.
-    void begin() {
-        attackers = attackersOf(position, square, white, occupied) | attackersOf(position, square, black, occupied);
-    }
+    void begin() { attackers = allAttackersOf(position, square, occupied); }
 
     // The other side captures what stands on the square, and its capturer stands there; false where it cannot.
     bool capture() {

@@ -148,6 +148,7 @@ void generateEvasions(MovePicker& picker) {
     Bitboard blockTargets = empty;
     if (checkers != 0 && !moreThanOne(kings)) {
         appendKingEvasions(picker, enemies, empty);
+        picker.kingStepsAreSafe = true;
         if (moreThanOne(checkers)) return; // only the king can escape from two attackers
         captureTargets = checkers;
         blockTargets = between[lowestBit(kings)][lowestBit(checkers)];
@@ -234,6 +235,9 @@ bool isHeldBack(MovePicker& picker, RankedMove ranked) {
     if (!picker.holdsBack) return false;
     const Move move = moveOf(ranked);
     if (moveKind(move) > doublePush || takesItsLike(static_cast<std::int32_t>(ranked >> scoreShift))) return false;
+    if (picker.kingStepsAreSafe && (bit(moveFrom(move)) & picker.position.of(picker.position.sideToMove(), king)) != 0) {
+        return false;
+    }
     if (!losesMaterial(picker.position, move)) return false;
     if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = move;
     return true;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "board/exchange.h"
 #include "board/moves.h"
 #include "board/position.h"
 
@@ -66,6 +67,7 @@ struct MovePicker {
     PickerStage stage = PickerStage::start;
     bool ordered = false;   // whether the batch is handed out by score instead of as generated
     bool holdsBack = false; // whether the batch's losing moves are deferred
+    bool kingStepsAreSafe = false; // those of the batch lead to squares that nobody attacks
     int batchCount = 0;
     int batchNext = 0;
     Move hashMove;
@@ -83,5 +85,11 @@ struct MovePicker {
 
 // The next move, or 0 when all stages are used up.
 Move nextMove(MovePicker& picker);
+
+// losesMaterial of the ordinary move or double push handed out last, sooner where its stage has told it already.
+inline bool pickedMoveLoses(const MovePicker& picker, Move move) {
+    if (picker.stage == PickerStage::deferred) return true;
+    return !picker.holdsBack && losesMaterial(picker.position, move);
+}
 
 } // namespace helvan

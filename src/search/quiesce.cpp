@@ -45,13 +45,13 @@ bool deltaPruned(const QuiescenceNode& node, Move move) {
 }
 
 // A quiet check or evasion that gives its piece away.
-bool losesQuietly(const QuiescenceNode& node, Move move) {
+bool losesQuietly(const QuiescenceNode& node, const MovePicker& picker, Move move) {
     if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
-    return node.best >= certainlyLost && losesMaterial(node.position, move);
+    return node.best >= certainlyLost && pickedMoveLoses(picker, move);
 }
 
-bool skippedBeforeMake(const QuiescenceNode& node, Move move) {
-    if (isUnderPromotion(move) || deltaPruned(node, move) || losesQuietly(node, move)) return true;
+bool skippedBeforeMake(const QuiescenceNode& node, const MovePicker& picker, Move move) {
+    if (isUnderPromotion(move) || deltaPruned(node, move) || losesQuietly(node, picker, move)) return true;
     // Not in check, where leaving evasions out would look like mate.
     return node.position.inCheck == 0 && node.depth < recapturesOnlyBelow &&
            moveTo(move) != moveTo(node.position.lastMove);
@@ -74,7 +74,7 @@ void searchMoves(QuiescenceNode& node, Move hashMove) {
     Position child;
     Move line[2];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
-        if (skippedBeforeMake(node, move)) continue;
+        if (skippedBeforeMake(node, picker, move)) continue;
         if (!makeLegalMove(node.search, node.position, child, move)) continue;
         ++node.counted;
         const bool drawn = drawnByRule(child);

@@ -141,10 +141,10 @@ bool idlePromotion(const ScoutNode& node, Move move) {
     return (knightAttacks[moveTo(move)] & enemyKing) == 0;
 }
 
-bool losesNearHorizon(const ScoutNode& node, Move move) {
+bool losesNearHorizon(const ScoutNode& node, const MovePicker& picker, Move move) {
     constexpr int nearPlies = 2;
     return node.depth / 2 <= nearPlies && !node.inCheck && node.moveNumber > 0 && moveKind(move) == ordinaryMove &&
-           losesMaterial(node.position, move);
+           pickedMoveLoses(picker, move);
 }
 
 // Whether nothing but the hash move keeps the score up: the others are searched without it, shallower.
@@ -229,7 +229,7 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
     Move line[pvCapacity];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
         if (move == node.excluded || lateMovePruned(node, move) || idlePromotion(node, move) ||
-            losesNearHorizon(node, move)) {
+            losesNearHorizon(node, picker, move)) {
             continue;
         }
         MoveState state;
