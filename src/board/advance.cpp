@@ -53,6 +53,23 @@ void addPiece(Position& child, Colour colour, PieceType type, Square square) {
     toggleOnBoards(child, colour, type, bit(square));
 }
 
+// What every move changes: the child is the parent with the other side to move.
+void passTo(const Position& parent, Position& child, Move move) {
+    child = parent;
+    child.prev = &parent;
+    child.capturedPiece = 0;
+    child.movedPiece = 0;
+    child.lastMove = move;
+    ++child.fifty;
+    child.evalScratch = evalNotComputed;
+    if (parent.epSquare != 0) {
+        child.key ^= epKeys[lowestBit(parent.epSquare)];
+        child.epSquare = 0;
+    }
+    child.key ^= pieceKeys[white] ^ pieceKeys[black];
+    ++child.ply;
+}
+
 PieceType moverType(const Position& parent, Colour mover, Move move) {
     const PieceType type = pieceTypeAt(parent, mover, moveFrom(move));
     if (type == phantom) {
@@ -62,10 +79,16 @@ PieceType moverType(const Position& parent, Colour mover, Move move) {
     return type;
 }
 
-void takeVictim(Position& child, Colour victimColour, Square square) {
-    const PieceType type = pieceTypeAt(child, victimColour, square);
+// What the move takes on its to-square, phantom for nothing.
+PieceType victimType(const Position& parent, Colour enemy, Move move) {
+    if (moveKind(move) != ordinaryMove && !isPromotion(move)) return phantom;
+    const PieceType type = pieceTypeAt(parent, enemy, moveTo(move));
     if (type == king) std::printf("ERROR: king capture here\n");
-    removePiece(child, victimColour, type, square);
+    return type;
+}
+
+void takePiece(Position& child, Colour owner, PieceType type, Square square) {
+    removePiece(child, owner, type, square);
     child.capturedPiece = static_cast<std::uint16_t>(type);
     child.fifty = 0;
 }
@@ -96,51 +119,43 @@ void noteDoublePush(Position& child, Colour enemy, Square from, Square to) {
 } // namespace
 
 void advance(const Position& parent, Position& child, Move move) {
-    child = parent;
-    child.prev = &parent;
-    child.capturedPiece = 0;
-    child.movedPiece = 0;
-    child.lastMove = move;
-    ++child.fifty;
-    child.evalScratch = evalNotComputed;
-
-    if (parent.epSquare != 0) {
-        child.key ^= epKeys[lowestBit(parent.epSquare)];
-        child.epSquare = 0;
-    }
-    child.key ^= pieceKeys[white] ^ pieceKeys[black];
-    ++child.ply;
     if (move == nullMove) {
+        passTo(parent, child, move);
         child.inCheck = 0;
         return;
     }
+    const Colour us = parent.sideToMove();
+    const PieceType type = moverType(parent, us, move);
+    advance(parent, child, move, type, victimType(parent, opponent(us), move));
+}
 
-    const Colour mover = parent.sideToMove();
-    const Colour enemy = opponent(mover);
+void advance(const Position& parent, Position& child, Move move, PieceType mover, PieceType victim) {
+    const Colour us = parent.sideToMove();
+    const Colour enemy = opponent(us);
     const Square from = moveFrom(move);
     const Square to = moveTo(move);
     const int kind = moveKind(move);
-    const PieceType type = moverType(parent, mover, move);
-    child.movedPiece = static_cast<std::uint16_t>(type);
-    relocate(child, mover, type, from, to);
+    passTo(parent, child, move);
+    child.movedPiece = static_cast<std::uint16_t>(mover);
+    relocate(child, us, mover, from, to);
     child.touched |= bit(from) | bit(to);
-    if (type == pawn || kind != ordinaryMove) child.fifty = 0;
+    if (mover == pawn || kind != ordinaryMove) child.fifty = 0;
 
     switch (kind) {
     case castling: {
         const Square rookFrom = castlingRookFrom(to);
         const Square rookTo = castlingRookTo(from, to);
-        relocate(child, mover, rook, rookFrom, rookTo);
+        relocate(child, us, rook, rookFrom, rookTo);
         child.touched |= bit(rookFrom) | bit(rookTo);
         break;
     }
     case enPassant: removePiece(child, enemy, pawn, enPassantVictim(move)); break;
     case doublePush: noteDoublePush(child, enemy, from, to); break;
     default:
-        if ((child.of(enemy, allPieces) & bit(to)) != 0) takeVictim(child, enemy, to);
+        if (victim != phantom) takePiece(child, enemy, victim, to);
         if (kind != ordinaryMove) {
-            removePiece(child, mover, pawn, to);
-            addPiece(child, mover, promotedType(kind), to);
+            removePiece(child, us, pawn, to);
+            addPiece(child, us, promotedType(kind), to);
         }
         break;
     }
@@ -150,6 +165,10 @@ void advance(const Position& parent, Position& child, Move move) {
 
 bool advanceLegally(const Position& parent, Position& child, Move move) {
     advance(parent, child, move);
+    return settleCheck(child);
+}
+
+bool settleCheck(Position& child) {
     if (moverLeftInCheck(child)) return false;
     child.inCheck = static_cast<std::uint16_t>(inCheck(child, child.sideToMove()));
     return true;

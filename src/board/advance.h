@@ -14,8 +14,15 @@ namespace helvan {
 // carried on with: they are faults of the caller.
 void advance(const Position& parent, Position& child, Move move);
 
-// The same; false where it leaves the mover's king attacked. Else the child's inCheck is true to the board.
+// The same, sooner, where it is known what moves and what it takes on its to-square (phantom: nothing). No fault is
+// reported.
+void advance(const Position& parent, Position& child, Move move, PieceType mover, PieceType victim);
+
+// advance; false where it leaves the mover's king attacked. Else the child's inCheck is true to the board.
 bool advanceLegally(const Position& parent, Position& child, Move move);
+
+// False where the child's mover has left its king attacked; else stores whether the child is in check.
+bool settleCheck(Position& child);
 
 // The key after the move, but for the rarer changes of castling rights, en passant and promotions: to fetch from a
 // table ahead of making the move.

@@ -55,13 +55,13 @@ KingLines::KingLines(const Position& position, bool inCheck) {
     checking[queen] = checking[bishop] | checking[rook];
 }
 
-bool KingLines::givesCheck(const Position& position, Move move) const {
+bool KingLines::givesCheck(const Position& position, Move move, PieceType mover) const {
     const Square from = moveFrom(move);
     // Moves that empty or fill more than their own two squares, and those that may uncover a line, take the long way.
     if (!oneEnemyKing || moveKind(move) > doublePush || (uncovering & bit(from)) != 0) {
         return helvan::givesCheck(position, move);
     }
-    return (checking[pieceTypeAt(position, position.sideToMove(), from)] & bit(moveTo(move))) != 0;
+    return (checking[mover] & bit(moveTo(move))) != 0;
 }
 
 bool KingLines::leavesInCheck(const Position& child) const {

@@ -17,8 +17,8 @@ struct KingLines {
     // inCheck: whether the side to move is.
     KingLines(const Position& position, bool inCheck);
 
-    // givesCheck above, and moverLeftInCheck of a child of the same position, sooner.
-    bool givesCheck(const Position& position, Move move) const;
+    // givesCheck above, of a move of this type of piece, and moverLeftInCheck of a child of the same position, sooner.
+    bool givesCheck(const Position& position, Move move, PieceType mover) const;
     bool leavesInCheck(const Position& child) const;
 
     Bitboard exposed;    // exposedSquares of the side to move

@@ -31,10 +31,13 @@ class Exchange {
 public:
     // What the move itself wins, and then the captures that may answer it.
     Exchange(const Position& from, Move move, Colour mover)
+        : Exchange(from, move, mover, pieceTypeAt(from, mover, moveFrom(move)),
+                   pieceTypeAt(from, opponent(mover), moveTo(move))) {}
+
+    Exchange(const Position& from, Move move, Colour mover, PieceType type, PieceType victim)
         : position(from), square(moveTo(move)), side(mover),
-          occupied((from.occupied() & ~bit(moveFrom(move))) | bit(square)),
-          firstGain(exchangeValues[pieceTypeAt(from, opponent(mover), square)]),
-          standing(exchangeValues[pieceTypeAt(from, mover, moveFrom(move))]) {
+          occupied((from.occupied() & ~bit(moveFrom(move))) | bit(square)), firstGain(exchangeValues[victim]),
+          standing(exchangeValues[type]) {
         if (isPromotion(move)) {
             const int promoted = exchangeValues[promotedType(moveKind(move))];
             firstGain += promoted - standing;
@@ -112,9 +115,9 @@ int see(const Position& position, Move move, int flip) {
     return gains[0];
 }
 
-bool seeAtLeast(const Position& position, Move move, int threshold, int flip) {
-    if (isOutsideExchange(move)) return threshold <= 0;
-    Exchange exchange(position, move, position.sideToMove() ^ flip);
+namespace {
+
+bool reaches(Exchange& exchange, int threshold) {
     // By how much the side that captured last is above what it needs; the other side has to win more than that.
     int surplus = exchange.firstGain - threshold;
     if (surplus < 0) return false;
@@ -128,6 +131,20 @@ bool seeAtLeast(const Position& position, Move move, int threshold, int flip) {
         if (surplus < 0) break;
     }
     return reached;
+}
+
+} // namespace
+
+bool seeAtLeast(const Position& position, Move move, int threshold, int flip) {
+    if (isOutsideExchange(move)) return threshold <= 0;
+    Exchange exchange(position, move, position.sideToMove() ^ flip);
+    return reaches(exchange, threshold);
+}
+
+bool losesMaterial(const Position& position, Move move, PieceType mover, PieceType victim) {
+    if (isOutsideExchange(move)) return false;
+    Exchange exchange(position, move, position.sideToMove(), mover, victim);
+    return !reaches(exchange, 0);
 }
 
 int captureGain(const Position& position, Square square, Colour colour) {

@@ -27,6 +27,9 @@ bool seeAtLeast(const Position& position, Move move, int threshold, int flip = 0
 
 inline bool losesMaterial(const Position& position, Move move) { return !seeAtLeast(position, move, 0); }
 
+// The same, sooner, where it is known what moves and what it takes on its to-square (phantom: nothing).
+bool losesMaterial(const Position& position, Move move, PieceType mover, PieceType victim);
+
 // captureGain(position, square, colour) > 0, sooner.
 bool isEnPrise(const Position& position, Square square, Colour colour);
 

@@ -28,22 +28,20 @@ constexpr PickerStage stageLists[][longestStageList] = {
 // clang-format on
 
 // Scores: history stays between these marks.
-constexpr std::int32_t tacticalScore = 1 << 24;
-constexpr std::int32_t castlingScore = 1 << 24;
-constexpr std::int32_t underPromotionScore = -(1 << 24);
+constexpr std::int32_t tacticalScore = 1 << 22;
+constexpr std::int32_t castlingScore = 1 << 22;
+constexpr std::int32_t underPromotionScore = -(1 << 22);
 
-constexpr int scoreShift = 32;
-constexpr int placeShift = 16;
-constexpr RankedMove placeBits = RankedMove{0xffff} << placeShift;
+constexpr int scoreShift = 8;
+constexpr int placeBits = maxMoves - 1;
+static_assert(maxMoves == 1 << scoreShift);
 
-constexpr RankedMove handedOutMark = std::numeric_limits<RankedMove>::min(); // below every move
-
-constexpr Move moveOf(RankedMove ranked) { return static_cast<Move>(ranked & moveBits); }
-
-void append(MovePicker& picker, Move move, std::int32_t score) {
+void append(MovePicker& picker, Move move, PieceType mover, PieceType victim, std::int32_t score) {
     if (picker.batchCount == maxMoves) return;
-    const RankedMove place = maxMoves - 1 - picker.batchCount;
-    picker.storage[picker.batchCount++] = RankedMove{score} << scoreShift | place << placeShift | move;
+    const int place = picker.batchCount++;
+    picker.ranks[place] = score * (1 << scoreShift) + (maxMoves - 1 - place);
+    picker.batch[place] = {static_cast<std::uint16_t>(move), static_cast<std::uint8_t>(mover),
+                           static_cast<std::uint8_t>(victim)};
 }
 
 // By victim, the most valuable first, and among equal victims by the least valuable attacker.
@@ -51,11 +49,8 @@ std::int32_t victimScore(PieceType victim, PieceType attacker) {
     return tacticalScore + victim * 8 + (king - attacker);
 }
 
-// Whether an ordinary move's score says that it captures what is worth as much as its attacker: it cannot lose.
-bool takesItsLike(std::int32_t score) {
-    const int exchange = score - tacticalScore;
-    return exchange > 0 && exchangeValues[exchange / 8] >= exchangeValues[king - exchange % 8];
-}
+// Whether a move captures what is worth as much as its attacker: it cannot lose.
+bool takesItsLike(const PickedMove& picked) { return exchangeValues[picked.victim] >= exchangeValues[picked.mover]; }
 
 // A pawn that promotes without capture goes between the captures of queens and those of rooks.
 constexpr std::int32_t queenPushScore = tacticalScore + queen * 8 - 1;
@@ -69,10 +64,13 @@ std::int32_t quietScore(const QuietOrder& order, Move move, PieceType type) {
     return score;
 }
 
+PieceType victimOf(const MovePicker& picker, Move move) {
+    return pieceTypeAt(picker.position, opponent(picker.position.sideToMove()), moveTo(move));
+}
+
 void appendTactical(MovePicker& picker, Move move, PieceType type) {
-    const Colour enemy = opponent(picker.position.sideToMove());
-    const PieceType victim = moveKind(move) == enPassant ? pawn : pieceTypeAt(picker.position, enemy, moveTo(move));
-    append(picker, move, victim == phantom ? queenPushScore : victimScore(victim, type));
+    const PieceType victim = moveKind(move) == enPassant ? pawn : victimOf(picker, move);
+    append(picker, move, type, victim, victim == phantom ? queenPushScore : victimScore(victim, type));
 }
 
 // Captures onto the targets and queen promotions, but for the king's.
@@ -94,19 +92,20 @@ void generateCaptures(MovePicker& picker) {
 void appendCastling(MovePicker& picker) {
     Move moves[2];
     const int count = castlingMoves(picker.position, picker.position.sideToMove(), moves);
-    for (int i = 0; i < count; ++i) append(picker, moves[i], castlingScore);
+    for (int i = 0; i < count; ++i) append(picker, moves[i], king, phantom, castlingScore);
 }
 
 void appendUnderPromotions(MovePicker& picker, Bitboard captureTargets, Bitboard pushTargets) {
-    generateUnderPromotions(picker.position, captureTargets, pushTargets,
-                            [&](Move move, PieceType) { append(picker, move, underPromotionScore); });
+    generateUnderPromotions(picker.position, captureTargets, pushTargets, [&](Move move, PieceType type) {
+        append(picker, move, type, victimOf(picker, move), underPromotionScore);
+    });
 }
 
 void generateQuiets(MovePicker& picker) {
     const Position& position = picker.position;
     const Bitboard empty = ~position.occupied();
     const auto add = [&](Move move, PieceType type) {
-        append(picker, move, quietScore(picker.quietOrder, move, type));
+        append(picker, move, type, phantom, quietScore(picker.quietOrder, move, type));
     };
     appendCastling(picker);
     generatePawnPushes(position, empty, add);
@@ -127,7 +126,7 @@ void appendKingEvasions(MovePicker& picker, Bitboard enemies, Bitboard empty) {
         if ((enemies & bit(moveTo(move))) != 0) {
             appendTactical(picker, move, type);
         } else {
-            append(picker, move, quietScore(picker.quietOrder, move, type));
+            append(picker, move, type, phantom, quietScore(picker.quietOrder, move, type));
         }
     });
 }
@@ -140,7 +139,7 @@ void generateEvasions(MovePicker& picker) {
     const Bitboard kings = position.of(us, king);
     const Bitboard checkers = checkersOf(position, us);
     const auto addQuiet = [&](Move move, PieceType type) {
-        append(picker, move, quietScore(picker.quietOrder, move, type));
+        append(picker, move, type, phantom, quietScore(picker.quietOrder, move, type));
     };
     picker.ordered = true;
 
@@ -174,7 +173,7 @@ void generateQuietChecks(MovePicker& picker) {
     if (enemyKing == 0) return;
     const Square kingSquare = lowestBit(enemyKing);
     const Bitboard occupied = position.occupied();
-    const auto add = [&](Move move, PieceType) { append(picker, move, 0); };
+    const auto add = [&](Move move, PieceType type) { append(picker, move, type, phantom, 0); };
     const Bitboard diagonalChecks = bishopAttacks(kingSquare, occupied) & ~occupied;
     eachPieceStep(bishop, position.of(us, bishop), occupied, diagonalChecks, add);
     eachPieceStep(queen, position.of(us, queen), occupied, diagonalChecks, add);
@@ -184,11 +183,6 @@ void generateQuietChecks(MovePicker& picker) {
     generateDoublePushes(position, pawnChecks, add);
 }
 
-void openDeferred(MovePicker& picker) {
-    picker.batch = picker.deferred;
-    picker.batchCount = picker.deferredCount;
-}
-
 bool wasHandedOut(const MovePicker& picker, Move move) {
     for (int i = 0; i < picker.handedOutCount; ++i) {
         if (picker.handedOut[i] == move) return true;
@@ -196,9 +190,10 @@ bool wasHandedOut(const MovePicker& picker, Move move) {
     return false;
 }
 
-Move handOut(MovePicker& picker, Move move) {
-    if (picker.handedOutCount < maxMoves) picker.handedOut[picker.handedOutCount++] = move;
-    return move;
+Move handOut(MovePicker& picker, PickedMove picked) {
+    picker.last = picked;
+    if (picker.handedOutCount < maxMoves) picker.handedOut[picker.handedOutCount++] = picked.move;
+    return picked.move;
 }
 
 // Hands a single move out ahead of the batches, which skip what the slot holds. 0 if the position does not have the
@@ -207,40 +202,48 @@ Move handOutAhead(MovePicker& picker, Move move, Move& slot) {
     if (move == nullMove) return nullMove; // the usual case, without a call
     if (isPseudoLegal(picker.position, move) == 0 || wasHandedOut(picker, move)) return nullMove;
     slot = move;
-    return handOut(picker, move);
+    const PieceType mover = pieceTypeAt(picker.position, picker.position.sideToMove(), moveFrom(move));
+    return handOut(picker, {static_cast<std::uint16_t>(move), static_cast<std::uint8_t>(mover),
+                            static_cast<std::uint8_t>(victimOf(picker, move))});
 }
 
 // Fills the last step of a batch that is looked through in steps.
-void closeBatch(MovePicker& picker) { std::fill_n(picker.storage + picker.batchCount, batchStep, handedOutMark); }
+void closeBatch(MovePicker& picker) { std::fill_n(picker.ranks + picker.batchCount, batchStep, handedOutRank); }
 
-RankedMove takeFromBatch(MovePicker& picker) {
-    RankedMove* const batch = picker.batch;
+// Takes the batch's next move. What stood first goes where the best has stood.
+PickedMove takeFromBatch(MovePicker& picker) {
     const int first = picker.batchNext++;
-    const RankedMove next = batch[first];
-    if (!picker.ordered) return next;
-    RankedMove bests[batchStep];
-    std::fill(std::begin(bests), std::end(bests), handedOutMark);
+    if (!picker.ordered) return picker.batch[first];
+    Rank bests[batchStep];
+    std::fill(std::begin(bests), std::end(bests), handedOutRank);
     for (int i = first & -batchStep; i < picker.batchCount; i += batchStep) {
-        for (int lane = 0; lane < batchStep; ++lane) bests[lane] = std::max(bests[lane], batch[i + lane]);
+        for (int lane = 0; lane < batchStep; ++lane) bests[lane] = std::max(bests[lane], picker.ranks[i + lane]);
     }
-    const RankedMove best = *std::max_element(std::begin(bests), std::end(bests));
-    // What stood here goes where the best has stood.
-    const RankedMove place = best & placeBits;
-    batch[maxMoves - 1 - (place >> placeShift)] = (next & ~placeBits) | place;
-    batch[first] = handedOutMark;
+    for (int half = batchStep / 2; half > 0; half /= 2) {
+        for (int lane = 0; lane < half; ++lane) bests[lane] = std::max(bests[lane], bests[lane + half]);
+    }
+    const int placeBitsOfBest = bests[0] & placeBits;
+    const int place = maxMoves - 1 - placeBitsOfBest;
+    const PickedMove best = picker.batch[place];
+    picker.ranks[place] = (picker.ranks[first] & ~placeBits) | placeBitsOfBest;
+    picker.batch[place] = picker.batch[first];
+    picker.ranks[first] = handedOutRank;
     return best;
 }
 
-bool isHeldBack(MovePicker& picker, RankedMove ranked) {
+bool isHeldBack(MovePicker& picker, const PickedMove& picked) {
     if (!picker.holdsBack) return false;
-    const Move move = moveOf(ranked);
-    if (moveKind(move) > doublePush || takesItsLike(static_cast<std::int32_t>(ranked >> scoreShift))) return false;
-    if (picker.kingStepsAreSafe && (bit(moveFrom(move)) & picker.position.of(picker.position.sideToMove(), king)) != 0) {
-        return false;
-    }
-    if (!losesMaterial(picker.position, move)) return false;
-    if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = move;
+    const Move move = picked.move;
+    if (moveKind(move) > doublePush || takesItsLike(picked)) return false;
+    if (picker.kingStepsAreSafe && picked.mover == king) return false;
+    if (!losesMaterial(picker.position, move, picked.mover, picked.victim)) return false;
+    if (picker.deferredCount < maxMoves) picker.deferred[picker.deferredCount++] = picked;
     return true;
+}
+
+void openDeferred(MovePicker& picker) {
+    std::copy_n(picker.deferred, picker.deferredCount, picker.batch);
+    picker.batchCount = picker.deferredCount;
 }
 
 // Answers the next stage's move if that is a single one; else 0, with the stage's batch made.
@@ -271,15 +274,15 @@ Move openNextStage(MovePicker& picker) {
 Move nextMove(MovePicker& picker) {
     for (;;) {
         while (picker.batchNext < picker.batchCount) {
-            const RankedMove ranked = takeFromBatch(picker);
-            const Move move = moveOf(ranked);
+            const PickedMove picked = takeFromBatch(picker);
+            const Move move = picked.move;
             // Batches share no moves with one another, so the moves handed out ahead of theirs are all there
             // is to skip.
             const bool wasAhead = (move == picker.aheadOfBatch[0]) | (move == picker.aheadOfBatch[1]) |
                                   (move == picker.aheadOfBatch[2]); // one branch
             if (wasAhead) continue;
-            if (isHeldBack(picker, ranked)) continue;
-            return handOut(picker, move);
+            if (isHeldBack(picker, picked)) continue;
+            return handOut(picker, picked);
         }
         if (picker.stage == end) return nullMove;
         const Move single = openNextStage(picker);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 #include "board/exchange.h"
 #include "board/moves.h"
@@ -34,16 +35,25 @@ enum class PickerStage : std::uint8_t {
     end = 9
 };
 
-// A move of a batch as one number, so that the largest is the next to be handed out: its score in bits 32..63, the
-// earlier of equal ones first by maxMoves - 1 - place in the batch in bits 16..31, the move in bits 0..15.
-using RankedMove = std::int64_t;
+// A move of a batch by its rank, so that the largest is the next to be handed out: its score in bits 8..31, then the
+// earlier of equal ones first by maxMoves - 1 - place in the batch in bits 0..7.
+using Rank = std::int32_t;
 
 // The search for the best move of a batch keeps this many maxima, independent of one another, which compilers turn into
 // vector instructions.
-inline constexpr int batchStep = 4;
+inline constexpr int batchStep = 8;
+
+inline constexpr Rank handedOutRank = std::numeric_limits<Rank>::min(); // below every move's
+
+// A move with what the picker knows of it.
+struct PickedMove {
+    std::uint16_t move;
+    std::uint8_t mover;  // type of the piece that moves
+    std::uint8_t victim; // type of the enemy piece on the to-square, phantom for none
+};
 
 // What orders quiet moves: counters by type x 64 + to-square, 512 each, the higher the earlier. Without history the
-// moves come as generated. The other two are given both or neither, and only with history. The sum stays below 2^24
+// moves come as generated. The other two are given both or neither, and only with history. The sum stays below 2^22
 // in size.
 struct QuietOrder {
     const std::int32_t* history = nullptr;
@@ -65,8 +75,8 @@ struct MovePicker {
     PickerKind kind;
     int stageIndex = 0; // of the next stage in the kind's list
     PickerStage stage = PickerStage::start;
-    bool ordered = false;   // whether the batch is handed out by score instead of as generated
-    bool holdsBack = false; // whether the batch's losing moves are deferred
+    bool ordered = false;          // whether the batch is handed out by score instead of as generated
+    bool holdsBack = false;        // whether the batch's losing moves are deferred
     bool kingStepsAreSafe = false; // those of the batch lead to squares that nobody attacks
     int batchCount = 0;
     int batchNext = 0;
@@ -74,13 +84,14 @@ struct MovePicker {
     Move killers[2];
     Move aheadOfBatch[3] = {}; // hash move and killers, once handed out: batches skip them
     QuietOrder quietOrder;
-    RankedMove* batch = storage; // the current batch: the storage, or the deferred moves
+    PickedMove last{}; // handed out
     int deferredCount = 0;
     int handedOutCount = 0;
     // Left uninitialised up to their counts.
-    RankedMove storage[maxMoves + batchStep];
-    RankedMove deferred[maxMoves]; // moves without score and place
-    Move handedOut[maxMoves];      // every move returned so far, in order
+    alignas(32) Rank ranks[maxMoves + batchStep]; // of the batch, by place
+    PickedMove batch[maxMoves];
+    PickedMove deferred[maxMoves];
+    Move handedOut[maxMoves]; // every move returned so far, in order
 };
 
 // The next move, or 0 when all stages are used up.
@@ -89,7 +100,7 @@ Move nextMove(MovePicker& picker);
 // losesMaterial of the ordinary move or double push handed out last, sooner where its stage has told it already.
 inline bool pickedMoveLoses(const MovePicker& picker, Move move) {
     if (picker.stage == PickerStage::deferred) return true;
-    return !picker.holdsBack && losesMaterial(picker.position, move);
+    return !picker.holdsBack && losesMaterial(picker.position, move, picker.last.mover, picker.last.victim);
 }
 
 } // namespace helvan

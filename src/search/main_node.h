@@ -79,8 +79,10 @@ inline void prepareMoves(MainNode& node) {
 // One move of a node.
 struct MoveState {
     Move move;
-    int number;    // among the node's moves, as moveNumber counts
-    bool tactical; // capture or promotion
+    PieceType mover;
+    PieceType victim; // on the to-square, phantom for none
+    int number;       // among the node's moves, as moveNumber counts
+    bool tactical;    // capture or promotion
     bool givesCheck;
     bool quiet; // neither tactical nor a check nor an evasion
     bool killer;
@@ -94,11 +96,14 @@ inline bool isKiller(const MainNode& node, Move move) {
     return move == killers.killerPrimary[node.ply] || move == killers.killerSecondary[node.ply];
 }
 
-inline MoveState stateOf(const MainNode& node, const Position& child, Move move) {
+inline MoveState stateOf(const MainNode& node, const Position& child, PickedMove picked) {
+    const Move move = picked.move;
     MoveState state{};
     state.move = move;
+    state.mover = picked.mover;
+    state.victim = picked.victim;
     state.number = node.moveNumber;
-    state.tactical = isTactical(node.position, move);
+    state.tactical = picked.victim != phantom || moveKind(move) == enPassant || isPromotion(move);
     state.givesCheck = child.inCheck != 0;
     state.quiet = !state.tactical && !state.givesCheck && !node.inCheck;
     state.killer = isKiller(node, move);
@@ -107,14 +112,15 @@ inline MoveState stateOf(const MainNode& node, const Position& child, Move move)
 }
 
 // Makes the node's next move and looks at what it is; false where it leaves the mover's king attacked.
-inline bool enterMove(MainNode& node, Position& child, Move move, MoveState& state) {
+inline bool enterMove(MainNode& node, Position& child, PickedMove picked, MoveState& state) {
+    const Move move = picked.move;
     if (!node.lines) node.lines.emplace(node.position, node.inCheck);
-    makeMove(node.search, node.position, child, move);
+    makeMove(node.search, node.position, child, move, picked.mover, picked.victim);
     node.search.tables.transpositionTable.prefetch(child.key);
     if (node.lines->leavesInCheck(child)) return false;
-    child.inCheck = static_cast<std::uint16_t>(node.lines->givesCheck(node.position, move));
+    child.inCheck = static_cast<std::uint16_t>(node.lines->givesCheck(node.position, move, picked.mover));
     ++node.moveNumber;
-    state = stateOf(node, child, move);
+    state = stateOf(node, child, picked);
     state.repetition = drawnByRule(child);
     if (state.quiet && !state.repetition && node.quietCount < maxMoves) node.quiets[node.quietCount++] = move;
     return true;
@@ -151,10 +157,9 @@ inline void extend(const MainNode& node, Position& child, MoveState& state, int 
 inline bool isEscape(const MainNode& node, const MoveState& state) {
     constexpr int shallowest = 6, deepest = 15;
     if (state.newDepth < shallowest || state.newDepth > deepest || !state.quiet) return false;
-    const Square from = moveFrom(state.move);
-    if ((node.position.of(node.position.sideToMove(), king) & bit(from)) != 0) return false;
-    return isEnPrise(node.position, from, opponent(node.position.sideToMove())) &&
-           !losesMaterial(node.position, state.move);
+    if (state.mover == king) return false;
+    return isEnPrise(node.position, moveFrom(state.move), opponent(node.position.sideToMove())) &&
+           !losesMaterial(node.position, state.move, state.mover, state.victim);
 }
 
 // A move that threatens something keeps its depth near the horizon.

@@ -7,6 +7,7 @@
 #include "board/attacks.h"
 #include "board/checks.h"
 #include "board/exchange.h"
+#include "board/move_picker.h"
 #include "board/moves.h"
 #include "eval/evaluate.h"
 #include "search/draws.h"
@@ -58,9 +59,14 @@ inline int refinedEval(int eval, const TableHit& hit) {
 // Makes the move; false where it leaves the mover's king attacked. The child's inCheck is then true to the board.
 inline bool makeLegalMove(Search& search, const Position& position, Position& child, Move move) {
     countNode(search);
-    const bool legal = advanceLegally(position, child, move);
-    if (legal) search.tables.transpositionTable.prefetch(child.key);
-    return legal;
+    return advanceLegally(position, child, move);
+}
+
+// The same, sooner; the child's table entry is on its way.
+inline bool makeLegalMove(Search& search, const Position& position, Position& child, PickedMove picked) {
+    makeMove(search, position, child, picked.move, picked.mover, picked.victim);
+    search.tables.transpositionTable.prefetch(child.key);
+    return settleCheck(child);
 }
 
 // Writes the move and the line behind it, cut to pvCapacity.

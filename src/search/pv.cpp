@@ -67,7 +67,7 @@ int extendSingular(const PvNode& node, const MoveState& state) {
 int extensionOf(const PvNode& node, const Position& child, const MoveState& state) {
     int extension = commonExtension(node, state);
     if (state.number <= safeCaptureMoves && isCapture(node.position, state.move) &&
-        !losesMaterial(node.position, state.move)) {
+        !losesMaterial(node.position, state.move, state.mover, state.victim)) {
         extension += safeCaptureExtension;
     }
     extension += extendSingular(node, state);
@@ -107,7 +107,7 @@ bool searchMoves(PvNode& node, Move* pvOut) {
     Move line[pvCapacity];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
         MoveState state;
-        if (!enterMove(node, child, move, state)) continue;
+        if (!enterMove(node, child, picker.last, state)) continue;
         line[0] = nullMove;
         int score = repetitionScore(node.ply);
         if (!state.repetition) {

@@ -32,26 +32,24 @@ PickerKind kindOfMoves(const QuiescenceNode& node) {
 }
 
 // Not even the victim's value and a margin would bring the score up to alpha.
-bool deltaPruned(const QuiescenceNode& node, Move move) {
-    const int kind = moveKind(move);
+bool deltaPruned(const QuiescenceNode& node, PickedMove picked) {
+    const int kind = moveKind(picked.move);
     if (node.position.inCheck != 0 || kind > enPassant) return false;
-    const Position& position = node.position;
-    const auto& values = evalTables.phasePieceValue[minimum(position.phase, fullPhase)];
-    const Colour enemy = opponent(position.sideToMove());
-    const bool takes = (position.of(enemy, allPieces) & bit(moveTo(move))) != 0;
-    const PieceType victim = kind == enPassant ? pawn : takes ? pieceTypeAt(position, enemy, moveTo(move)) : allPieces;
+    const auto& values = evalTables.phasePieceValue[minimum(node.position.phase, fullPhase)];
+    const PieceType victim = kind == enPassant ? pawn : picked.victim;
     const int margin = victim == pawn ? pawnDeltaMargin : pieceDeltaMargin;
-    return node.alpha > node.eval + values[victim] + margin && !givesCheck(position, move);
+    return node.alpha > node.eval + values[victim] + margin && !givesCheck(node.position, picked.move);
 }
 
 // A quiet check or evasion that gives its piece away.
-bool losesQuietly(const QuiescenceNode& node, const MovePicker& picker, Move move) {
-    if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
+bool losesQuietly(const QuiescenceNode& node, const MovePicker& picker) {
+    const Move move = picker.last.move;
+    if (moveKind(move) > doublePush || picker.last.victim != phantom) return false;
     return node.best >= certainlyLost && pickedMoveLoses(picker, move);
 }
 
 bool skippedBeforeMake(const QuiescenceNode& node, const MovePicker& picker, Move move) {
-    if (isUnderPromotion(move) || deltaPruned(node, move) || losesQuietly(node, picker, move)) return true;
+    if (isUnderPromotion(move) || deltaPruned(node, picker.last) || losesQuietly(node, picker)) return true;
     // Not in check, where leaving evasions out would look like mate.
     return node.position.inCheck == 0 && node.depth < recapturesOnlyBelow &&
            moveTo(move) != moveTo(node.position.lastMove);
@@ -75,7 +73,7 @@ void searchMoves(QuiescenceNode& node, Move hashMove) {
     Move line[2];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
         if (skippedBeforeMake(node, picker, move)) continue;
-        if (!makeLegalMove(node.search, node.position, child, move)) continue;
+        if (!makeLegalMove(node.search, node.position, child, picker.last)) continue;
         ++node.counted;
         const bool drawn = drawnByRule(child);
         int score = 0;

@@ -121,17 +121,15 @@ PickerKind chooseMoves(ScoutNode& node) {
     return PickerKind::soundCaptures;
 }
 
-bool isPawnFromSixth(const Position& position, Move move) {
-    const Colour us = position.sideToMove();
-    return (position.of(us, pawn) & relativeRank(us, 5) & bit(moveFrom(move))) != 0;
-}
-
 // Near the horizon only so many quiet moves are tried.
-bool lateMovePruned(const ScoutNode& node, Move move) {
+bool lateMovePruned(const ScoutNode& node, PickedMove picked) {
+    const Move move = picked.move;
     if (node.depth > lateMovePruningDepth || node.inCheck || isKiller(node, move)) return false;
     if (node.moveNumber <= lateMoveCount[node.parity][node.depth]) return false;
-    if (moveKind(move) > doublePush || isCapture(node.position, move)) return false;
-    return !isPawnFromSixth(node.position, move) && !node.lines->givesCheck(node.position, move);
+    if (moveKind(move) > doublePush || picked.victim != phantom) return false;
+    const Bitboard sixth = relativeRank(node.position.sideToMove(), 5);
+    if (picked.mover == pawn && (sixth & bit(moveFrom(move))) != 0) return false;
+    return !node.lines->givesCheck(node.position, move, picked.mover);
 }
 
 // Promotions to less than a queen are tried only where a knight could check.
@@ -185,7 +183,7 @@ bool futile(const ScoutNode& node, Position& child, const MoveState& state) {
     if (state.number < firstFutileMove) return false;
     const int bound = futilityBound(node.eval, state.newDepth, state.number, node.parity);
     if (bound > node.beta + futilitySecondLook) return false;
-    if (!losesMaterial(node.position, state.move) && lastMoveThreatens(child)) return false;
+    if (!losesMaterial(node.position, state.move, state.mover, state.victim) && lastMoveThreatens(child)) return false;
     if (node.beta > bound) return true;
     return node.beta > futilityBoundAfterMove(evaluate(child, node.search.tables.evalCaches), state.newDepth,
                                               state.number, node.parity);
@@ -228,12 +226,11 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
     Position child;
     Move line[pvCapacity];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
-        if (move == node.excluded || lateMovePruned(node, move) || idlePromotion(node, move) ||
-            losesNearHorizon(node, picker, move)) {
-            continue;
-        }
+        if (move == node.excluded) continue;
+        if (lateMovePruned(node, picker.last)) continue;
+        if (idlePromotion(node, move) || losesNearHorizon(node, picker, move)) continue;
         MoveState state;
-        if (!enterMove(node, child, move, state)) continue;
+        if (!enterMove(node, child, picker.last, state)) continue;
         line[0] = nullMove;
         int score = repetitionScore(node.ply);
         if (!state.repetition) {

@@ -60,10 +60,16 @@ inline void countNode(Search& search) {
     }
 }
 
-// advance, and the count.
+// Both kinds of advance, and the count.
 inline void makeMove(Search& search, const Position& parent, Position& child, Move move) {
     countNode(search);
     advance(parent, child, move);
+}
+
+inline void makeMove(Search& search, const Position& parent, Position& child, Move move, PieceType mover,
+                     PieceType victim) {
+    countNode(search);
+    advance(parent, child, move, mover, victim);
 }
 
 } // namespace helvan

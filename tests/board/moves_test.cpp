@@ -134,7 +134,7 @@ TEST(GivesCheck, AgreesWithMakingTheMove) {
             ASSERT_EQ(lines.leavesInCheck(child), moverLeftInCheck(child)) << moveText(move);
             if (moverLeftInCheck(child)) continue;
             ASSERT_EQ(givesCheck(position, move), child.inCheck != 0) << moveText(move);
-            ASSERT_EQ(lines.givesCheck(position, move), child.inCheck != 0) << moveText(move);
+            ASSERT_EQ(lines.givesCheck(position, move, child.movedPiece), child.inCheck != 0) << moveText(move);
         }
     });
 }
