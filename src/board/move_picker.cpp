@@ -207,9 +207,6 @@ Move handOutAhead(MovePicker& picker, Move move, Move& slot) {
                             static_cast<std::uint8_t>(victimOf(picker, move))});
 }
 
-// Fills the last step of a batch that is looked through in steps.
-void closeBatch(MovePicker& picker) { std::fill_n(picker.ranks + picker.batchCount, batchStep, handedOutRank); }
-
 // Takes the batch's next move. What stood first goes where the best has stood.
 PickedMove takeFromBatch(MovePicker& picker) {
     const int first = picker.batchNext++;

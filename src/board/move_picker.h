@@ -4,6 +4,7 @@
 // when the one before it is used up, so that a cut-off by an early move costs no further generation.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -94,8 +95,24 @@ struct MovePicker {
     Move handedOut[maxMoves]; // every move returned so far, in order
 };
 
+// Fills the last step of a batch that is looked through in steps.
+inline void closeBatch(MovePicker& picker) { std::fill_n(picker.ranks + picker.batchCount, batchStep, handedOutRank); }
+
 // The next move, or 0 when all stages are used up.
 Move nextMove(MovePicker& picker);
+
+// Drops the moves of the batch under way that dull() answers true for, as if they had been passed over one by one.
+template <typename Dull> void dropFromBatch(MovePicker& picker, Dull dull) {
+    int kept = picker.batchNext;
+    for (int i = picker.batchNext; i < picker.batchCount; ++i) {
+        if (dull(picker.batch[i])) continue;
+        picker.batch[kept] = picker.batch[i];
+        picker.ranks[kept] = picker.ranks[i] + i - kept; // the place stands in the low bits
+        ++kept;
+    }
+    picker.batchCount = kept;
+    closeBatch(picker);
+}
 
 // losesMaterial of the ordinary move or double push handed out last, sooner where its stage has told it already.
 inline bool pickedMoveLoses(const MovePicker& picker, Move move) {

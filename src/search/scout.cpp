@@ -227,7 +227,11 @@ bool searchMoves(ScoutNode& node, MovePicker& picker, Move* pvOut) {
     Move line[pvCapacity];
     for (Move move = nextMove(picker); move > 0; move = nextMove(picker)) {
         if (move == node.excluded) continue;
-        if (lateMovePruned(node, picker.last)) continue;
+        if (lateMovePruned(node, picker.last)) {
+            // So will be all of its like: the count only grows.
+            dropFromBatch(picker, [&](PickedMove picked) { return lateMovePruned(node, picked); });
+            continue;
+        }
         if (idlePromotion(node, move) || losesNearHorizon(node, picker, move)) continue;
         MoveState state;
         if (!enterMove(node, child, picker.last, state)) continue;

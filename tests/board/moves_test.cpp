@@ -224,6 +224,33 @@ TEST(MovePicker, ReducedKindsHoldCapturesAndSafeQuietChecks) {
     });
 }
 
+TEST(MovePicker, DroppingMovesOfABatchIsPassingThemOver) {
+    forRandomPositions(8000, 12, [](const Position& position, Random& random) {
+        std::int32_t history[512];
+        for (std::int32_t& counter : history) counter = below(random, 1 << 20);
+        const Bitboard dullSquares = random();
+        const auto isPlain = [](PickedMove move) {
+            return move.victim == phantom && moveKind(move.move) <= doublePush;
+        };
+        const auto isDull = [&](PickedMove move) {
+            return isPlain(move) && (dullSquares & bit(moveTo(move.move))) != 0;
+        };
+        // By what ranks them: moves of one rank may change places.
+        const auto moversAndTargets = [&](bool drops) {
+            MovePicker picker(position, PickerKind::everyMove, nullMove, nullMove, nullMove, {.history = history});
+            std::vector<int> kept;
+            while (nextMove(picker) != nullMove) {
+                if (drops && isDull(picker.last)) dropFromBatch(picker, isDull);
+                if (isPlain(picker.last) && !isDull(picker.last)) {
+                    kept.push_back(picker.last.mover * 64 + moveTo(picker.last.move));
+                }
+            }
+            return kept;
+        };
+        ASSERT_EQ(moversAndTargets(true), moversAndTargets(false));
+    });
+}
+
 TEST(MovePicker, StagesComeInTheirOrder) {
     const Position position = positionOf("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq -");
     std::int32_t history[512] = {};
