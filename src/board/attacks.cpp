@@ -105,6 +105,9 @@ void fillBlock(Square square, const std::array<Step, 4>& steps, Bitboard mask, i
 
 } // namespace
 
+constexpr std::array<std::array<Bitboard, 64>, 2> pawnAttacksFrom = {
+    bySquare([](Square square) { return pawnAttacks(white, bit(square)); }),
+    bySquare([](Square square) { return pawnAttacks(black, bit(square)); })};
 constexpr std::array<Bitboard, 64> knightAttacks = bySquare(knightSquares);
 constexpr std::array<Bitboard, 64> kingAttacks = bySquare(kingSquares);
 constexpr std::array<Bitboard, 64> rookLines =

@@ -15,6 +15,7 @@ namespace helvan {
 
 extern const std::array<Bitboard, 64> knightAttacks;
 extern const std::array<Bitboard, 64> kingAttacks;
+extern const std::array<std::array<Bitboard, 64>, 2> pawnAttacksFrom; // by the pawn's colour and square
 
 extern const std::array<Bitboard, 64> rookLines;   // rank and file through the square, the square included
 extern const std::array<Bitboard, 64> bishopLines; // both diagonals through the square, the square included
@@ -87,7 +88,7 @@ Bitboard attackMap(const Position& position, Colour colour);
 // The pieces of the colour that attack the square, with the given squares taken as occupied.
 inline Bitboard attackersOf(const Position& position, Square square, Colour colour, Bitboard occupied) {
     // A pawn attacks the square from where an enemy pawn on the square would attack it; likewise all others.
-    return (pawnAttacks(opponent(colour), bit(square)) & position.of(colour, pawn)) |
+    return (pawnAttacksFrom[opponent(colour)][square] & position.of(colour, pawn)) |
            (knightAttacks[square] & position.of(colour, knight)) | (kingAttacks[square] & position.of(colour, king)) |
            (bishopAttacks(square, occupied) & position.diagonalSliders(colour)) |
            (rookAttacks(square, occupied) & position.straightSliders(colour));
@@ -97,8 +98,8 @@ inline Bitboard attackersOf(const Position& position, Square square, Colour colo
 inline Bitboard allAttackersOf(const Position& position, Square square, Bitboard occupied) {
     const auto both = [&](PieceType type) { return position.of(white, type) | position.of(black, type); };
     const Bitboard queens = both(queen);
-    return (pawnAttacks(black, bit(square)) & position.of(white, pawn)) |
-           (pawnAttacks(white, bit(square)) & position.of(black, pawn)) | (knightAttacks[square] & both(knight)) |
+    return (pawnAttacksFrom[black][square] & position.of(white, pawn)) |
+           (pawnAttacksFrom[white][square] & position.of(black, pawn)) | (knightAttacks[square] & both(knight)) |
            (kingAttacks[square] & both(king)) | (bishopAttacks(square, occupied) & (both(bishop) | queens)) |
            (rookAttacks(square, occupied) & (both(rook) | queens));
 }

@@ -24,7 +24,7 @@ bool givesCheck(const Position& position, Move move) {
 
     const PieceType moved = isPromotion(move) ? promotedType(kind) : pieceTypeAt(position, us, from);
     if (moved == pawn) {
-        if ((pawnAttacks(us, bit(to)) & enemyKing) != 0) return true;
+        if ((pawnAttacksFrom[us][to] & enemyKing) != 0) return true;
     } else if (moved != king) {
         if ((pieceAttacks(moved, to, occupied) & enemyKing) != 0) return true;
     }

@@ -45,6 +45,15 @@ public:
         }
     }
 
+    // The value of the enemy pawn or knight that can answer the move, found without a look along lines; a king's where
+    // neither can.
+    int lightestAnswer() const {
+        const Colour enemy = opponent(side);
+        if ((pawnAttacksFrom[side][square] & position.of(enemy, pawn)) != 0) return exchangeValues[pawn];
+        if ((knightAttacks[square] & position.of(enemy, knight)) != 0) return exchangeValues[knight];
+        return exchangeValues[king];
+    }
+
     // Looks for the attackers; to be called once, before the first capture.
     void begin() { attackers = allAttackersOf(position, square, occupied); }
 
@@ -123,6 +132,7 @@ bool reaches(Exchange& exchange, int threshold) {
     if (surplus < 0) return false;
     surplus = exchange.standing - surplus - 1;
     if (surplus < 0) return true;
+    if (exchange.lightestAnswer() <= surplus) return false;
     exchange.begin();
     bool reached = true;
     while (exchange.capture()) {

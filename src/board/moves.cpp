@@ -51,7 +51,7 @@ bool isPseudoLegalPawnMove(const Position& position, Move move, bool captures) {
     const Square step = from + forwardStep(us);
     if (step < 0 || step > 63) return false;
     if (((bit(step) & (rank1 | rank8)) != 0) != isPromotion(move)) return false;
-    if (captures) return kind != doublePush && (pawnAttacks(us, bit(from)) & bit(to)) != 0;
+    if (captures) return kind != doublePush && (pawnAttacksFrom[us][from] & bit(to)) != 0;
     const Bitboard occupied = position.occupied();
     if ((occupied & bit(step)) != 0) return false;
     if (kind != doublePush) return to == step;

@@ -51,7 +51,7 @@ Bitboard wonByPawnMove(const Solution& solution, Square pawnSquare, Square stron
 // Adds what the placements known so far decide, one move back; answers whether that was anything.
 bool stepBack(Solution& solution, Square pawnSquare, Square strongKing) {
     const int pawnIndex = pawnIndexOf(pawnSquare);
-    const Bitboard pawnTakes = pawnAttacks(black, bit(pawnSquare));
+    const Bitboard pawnTakes = pawnAttacksFrom[black][pawnSquare];
     const Bitboard notByKing = ~(kingAttacks[strongKing] | bit(strongKing));
     const Bitboard possible = notByKing & ~bit(pawnSquare);
 

@@ -20,7 +20,7 @@ bool lastMoveThreatens(const Position& position) {
     const Square from = moveTo(position.lastMove);
     const Bitboard occupied = position.occupied();
     const PieceType type = pieceTypeAt(position, mover, from);
-    const Bitboard attacks = type == pawn ? pawnAttacks(mover, bit(from)) : pieceAttacks(type, from, occupied);
+    const Bitboard attacks = type == pawn ? pawnAttacksFrom[mover][from] : pieceAttacks(type, from, occupied);
     const Bitboard withoutMover = occupied & ~bit(from);
     for (Bitboard targets = attacks & position.of(us, allPieces) & ~position.of(us, king); targets != 0;) {
         const Square target = popLowestBit(targets);
