@@ -7,45 +7,44 @@
 
 namespace helvan {
 
-// Opening value in bits 32..62, endgame value in bits 0..30, each a 31-bit two's-complement lane. Bits 31 and
-// 63 are always 0: they take the lanes' carries, which the mask then drops, so lanes wrap modulo 2^31 and
-// never disturb each other.
+// Two lanes of 31 bits in two's complement, which wrap modulo 2^31: the opening value times 2^32 plus the endgame
+// value. Sums, differences and multiples of words are those of the lanes: what a negative endgame value borrows from
+// the upper half is given back where the lane is read.
 struct PackedScore {
     std::uint64_t bits = 0;
 
-    static constexpr std::uint64_t laneMask = 0x7fffffff7fffffff;
-    static constexpr std::uint64_t carryBits = 0x8000000080000000;
-
-    constexpr int opening() const { return laneValue(static_cast<std::uint32_t>(bits >> 32)); }
+    constexpr int opening() const { return laneValue(static_cast<std::uint32_t>((bits + borrowed) >> 32)); }
     constexpr int endgame() const { return laneValue(static_cast<std::uint32_t>(bits)); }
 
     constexpr PackedScore& operator+=(PackedScore other) {
-        bits = (bits + other.bits) & laneMask;
+        bits += other.bits;
         return *this;
     }
     constexpr PackedScore& operator-=(PackedScore other) {
-        bits = (bits + ((carryBits - other.bits) & laneMask)) & laneMask;
+        bits -= other.bits;
         return *this;
     }
     friend constexpr PackedScore operator+(PackedScore a, PackedScore b) { return a += b; }
     friend constexpr PackedScore operator-(PackedScore a, PackedScore b) { return a -= b; }
     friend constexpr PackedScore operator-(PackedScore a) { return PackedScore{} - a; }
-    friend constexpr bool operator==(PackedScore a, PackedScore b) = default;
+    friend constexpr PackedScore operator*(PackedScore a, int factor) {
+        return {a.bits * static_cast<std::uint64_t>(std::int64_t{factor})};
+    }
+    friend constexpr bool operator==(PackedScore a, PackedScore b) {
+        return a.opening() == b.opening() && a.endgame() == b.endgame();
+    }
+
+    // Doubling moves a lane's sign bit 30 to bit 31; the arithmetic shift back extends it.
+    static constexpr int laneValue(std::uint32_t lane) { return static_cast<std::int32_t>(lane << 1) >> 1; }
 
 private:
-    // Doubling moves the lane's sign bit 30 to bit 31; the arithmetic shift back extends it.
-    static constexpr int laneValue(std::uint32_t lane) { return static_cast<std::int32_t>(lane << 1) >> 1; }
+    static constexpr std::uint64_t borrowed = 0x80000000;
 };
 
 // Packs two values; each is taken modulo 2^31.
 constexpr PackedScore packed(std::int64_t opening, std::int64_t endgame) {
-    return {(static_cast<std::uint64_t>(opening) << 32 | (static_cast<std::uint64_t>(endgame) & 0x7fffffff)) &
-            PackedScore::laneMask};
-}
-
-// Both lanes times the same factor.
-constexpr PackedScore operator*(PackedScore score, int factor) {
-    return packed(std::int64_t{score.opening()} * factor, std::int64_t{score.endgame()} * factor);
+    const std::int64_t lower = PackedScore::laneValue(static_cast<std::uint32_t>(endgame));
+    return {(static_cast<std::uint64_t>(opening) << 32) + static_cast<std::uint64_t>(lower)};
 }
 
 } // namespace helvan
