@@ -3,7 +3,9 @@
 // Bit sets of squares, and the few integer helpers that the whole engine shares.
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cstdint>
 
 #include "board/types.h"
 
@@ -27,10 +29,23 @@ constexpr int maximum(int a, int b) { return a > b ? a : b; }
 
 constexpr int absolute(int value) { return value < 0 ? -value : value; }
 
+namespace detail {
+
+constexpr auto kingDistances = [] {
+    std::array<std::array<std::uint8_t, 64>, 64> steps{};
+    for (Square a = 0; a < 64; ++a) {
+        for (Square b = 0; b < 64; ++b) {
+            const int most = maximum(absolute(fileOf(a) - fileOf(b)), absolute(rankOf(a) - rankOf(b)));
+            steps[a][b] = static_cast<std::uint8_t>(most);
+        }
+    }
+    return steps;
+}();
+
+} // namespace detail
+
 // Steps a king needs from one square to the other on an empty board.
-constexpr int kingDistance(Square a, Square b) {
-    return maximum(absolute(fileOf(a) - fileOf(b)), absolute(rankOf(a) - rankOf(b)));
-}
+constexpr int kingDistance(Square a, Square b) { return detail::kingDistances[a][b]; }
 
 // The sum of the file and the rank difference.
 constexpr int manhattanDistance(Square a, Square b) {

@@ -30,11 +30,21 @@ constexpr int relativeRankOf(Colour colour, Square square) {
 // The square as white would see it.
 constexpr Square relativeSquare(Colour colour, Square square) { return colour == white ? square : mirrored(square); }
 
+// All squares before the given ones on their files, as the colour sees it.
+constexpr Bitboard squaresBefore(Colour colour, Bitboard squares) {
+    Bitboard reach = pawnSteps(colour, squares);
+    for (int step = 8; step < 64; step *= 2) reach |= colour == white ? reach << step : reach >> step;
+    return reach;
+}
+
+// All squares of the squares' files.
+constexpr Bitboard filesOf(Bitboard squares) {
+    return squares | squaresBefore(white, squares) | squaresBefore(black, squares);
+}
+
 // Squares that the colour's pawns attack now or after advancing.
 constexpr Bitboard pawnAttackSpan(Colour colour, Bitboard pawns) {
-    Bitboard reach = pawns;
-    for (int step = 8; step < 64; step *= 2) reach |= colour == white ? reach << step : reach >> step;
-    return pawnAttacks(colour, reach);
+    return pawnAttacks(colour, pawns | squaresBefore(colour, pawns));
 }
 
 } // namespace helvan

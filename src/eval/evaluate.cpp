@@ -54,6 +54,7 @@ template <Colour us> void setUp(Evaluation& e) {
     }
     e.attacks[us][pawn] = pawnAttacks(us, position.of(us, pawn));
     e.attacks[us][king] = kingAttacks[e.kingSquare[us]];
+    e.attacks[us][knight] = 0;
     for (Bitboard knights = position.of(us, knight); knights != 0;) {
         e.attacks[us][knight] |= knightAttacks[popLowestBit(knights)];
     }

@@ -18,8 +18,9 @@ struct Evaluation {
     PackedScore credit[2]; // by colour, what its terms have brought so far
     Square kingSquare[2];
     int pawnCount[2];
-    // By colour and piece type: the squares that its pieces of the type attack. Slot 0 is unused.
-    Bitboard attacks[2][boardsPerColour] = {};
+    // By colour and piece type: the squares that its pieces of the type attack. Written before they are read, each by
+    // whom it takes to know them; slot 0 is unused.
+    Bitboard attacks[2][boardsPerColour];
     int pieceWeight[2] = {}; // the sum of pieceWeights
     int pieceCount[2] = {};  // without pawns and king
     int kingUnits[2] = {};   // of attack by the colour on the enemy king

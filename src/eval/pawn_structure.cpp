@@ -24,46 +24,53 @@ struct Side {
     Square enemyKing;
 };
 
-bool isPassed(const Side& side, Square square) {
-    const Bitboard before = ranksBefore(side.us, square);
-    return (before & (fileMask(square) | adjacentFiles(square)) & side.enemy) == 0 &&
-           (before & fileMask(square) & side.own) == 0;
+// Pawns that no other on their own file stands before, and no enemy pawn there or on the files beside.
+Bitboard passedPawns(const Side& side) {
+    const Bitboard behindEnemies = squaresBefore(opponent(side.us), side.enemy);
+    const Bitboard behindOwn = squaresBefore(opponent(side.us), side.own);
+    return side.own & ~(behindEnemies | squaresBeside(behindEnemies) | behindOwn);
 }
 
-// A pawn on a file free before it, with at least as many neighbours to help it on as enemy pawns to hinder it.
+// A pawn, on a file free before it, with at least as many neighbours to help it on as enemy pawns to hinder it.
 bool isCandidate(const Side& side, Square square) {
     const Bitboard before = ranksBefore(side.us, square);
-    if ((before & fileMask(square) & (side.own | side.enemy)) != 0) return false;
     const Bitboard helpers = ~before & adjacentFiles(square) & side.own;
     const Bitboard sentries = before & adjacentFiles(square) & side.enemy;
     return popCount(helpers) >= popCount(sentries);
 }
 
-// No own pawn beside or behind can come to its support, and the square before it is the enemy's.
-bool isBackward(const Side& side, Square square) {
-    const Bitboard supporters = adjacentFiles(square) & ~ranksBefore(side.us, square) & side.own;
-    return supporters == 0 && (pawnSteps(side.us, bit(square)) & side.enemyAttacks) != 0;
-}
-
-PackedScore weaknesses(const Side& side, Square square) {
-    const EvalParameters& p = evalParameters;
-    const bool halfOpen = (fileMask(square) & side.enemy) == 0;
+PackedScore candidates(const Side& side, Bitboard passed) {
+    const Bitboard behindPawns = squaresBefore(opponent(side.us), side.own | side.enemy);
     PackedScore score;
-    if ((fileBefore(side.us, square) & side.own) != 0) score += p.doubledPawn;
-    if ((adjacentFiles(square) & side.own) == 0) {
-        score += halfOpen ? p.isolatedHalfOpen : p.isolatedPawn;
-    } else if (isBackward(side, square)) {
-        score += halfOpen ? p.backwardHalfOpen : p.backwardPawn;
+    for (Bitboard pawns = side.own & ~passed & ~behindPawns; pawns != 0;) {
+        const Square square = popLowestBit(pawns);
+        if (isCandidate(side, square)) score += evalParameters.candidateTable[relativeRankOf(side.us, square) - 1];
     }
     return score;
 }
 
-PackedScore support(const Side& side, Square square) {
-    const int rank = relativeRankOf(side.us, square);
+PackedScore weaknesses(const Side& side) {
+    const EvalParameters& p = evalParameters;
+    const Bitboard doubled = side.own & squaresBefore(opponent(side.us), side.own);
+    const Bitboard isolated = side.own & ~squaresBeside(filesOf(side.own));
+    // No own pawn beside or behind can come to its support, and the square before it is the enemy's.
+    const Bitboard supported = squaresBeside(side.own | squaresBefore(side.us, side.own));
+    const Bitboard backward = side.own & ~isolated & ~supported & pawnSteps(opponent(side.us), side.enemyAttacks);
+    const Bitboard halfOpen = ~filesOf(side.enemy);
+    return p.doubledPawn * popCount(doubled) + p.isolatedPawn * popCount(isolated & ~halfOpen) +
+           p.isolatedHalfOpen * popCount(isolated & halfOpen) + p.backwardPawn * popCount(backward & ~halfOpen) +
+           p.backwardHalfOpen * popCount(backward & halfOpen);
+}
+
+PackedScore byRank(const RankValues& values, Colour us, Bitboard pawns) {
     PackedScore score;
-    if ((side.ownAttacks & bit(square)) != 0) score += evalParameters.connectedPawn[rank];
-    if ((squaresBeside(bit(square)) & side.own) != 0) score += evalParameters.phalanxPawn[rank];
+    while (pawns != 0) score += values[relativeRankOf(us, popLowestBit(pawns))];
     return score;
+}
+
+PackedScore support(const Side& side) {
+    return byRank(evalParameters.connectedPawn, side.us, side.own & side.ownAttacks) +
+           byRank(evalParameters.phalanxPawn, side.us, side.own & squaresBeside(side.own));
 }
 
 // The index in OffsetValues.
@@ -107,37 +114,40 @@ PackedScore shelter(const Side& side) {
 }
 
 PackedScore storm(const Side& side) {
-    const Colour enemy = opponent(side.us);
+    const Bitboard zone = shelterZone(opponent(side.us), ThreeFileMask[side.enemyKing], side.enemyKing);
+    return byRank(evalParameters.storm, side.us, zone & side.own);
+}
+
+PackedScore kingOffsets(const Side& side, Bitboard pawns, const OffsetValues& own, const OffsetValues& enemy) {
     PackedScore score;
-    for (Bitboard pawns = shelterZone(enemy, ThreeFileMask[side.enemyKing], side.enemyKing) & side.own; pawns != 0;) {
-        score += evalParameters.storm[relativeRankOf(side.us, popLowestBit(pawns))];
+    while (pawns != 0) {
+        const Square square = popLowestBit(pawns);
+        score += own[offsetFrom(side.ownKing, square, side.us)] + enemy[offsetFrom(side.enemyKing, square, side.us)];
     }
     return score;
 }
 
-PackedScore evaluateSide(const Side& side, std::uint8_t* passedList) {
+PackedScore passedPawnsAndKings(const Side& side, Bitboard passed) {
     const EvalParameters& p = evalParameters;
-    PackedScore score;
-    unsigned files = 0;
-    int passedCount = 0;
-    for (Bitboard pawns = side.own; pawns != 0;) {
-        const Square square = popLowestBit(pawns);
-        files |= 1U << fileOf(square);
-        const int fromOwnKing = offsetFrom(side.ownKing, square, side.us);
-        const int fromEnemyKing = offsetFrom(side.enemyKing, square, side.us);
-        score += weaknesses(side, square) + support(side, square);
-        score += p.pawnByOwnKingOffset[fromOwnKing] + p.pawnByEnemyKingOffset[fromEnemyKing];
-        if (isPassed(side, square)) {
-            score += kingProximity(side, square);
-            score += p.passedByOwnKingOffset[fromOwnKing] + p.passedByEnemyKingOffset[fromEnemyKing];
-            if (passedCount < longestPassedList) passedList[passedCount] = static_cast<std::uint8_t>(square);
-            ++passedCount;
-        } else if (isCandidate(side, square)) {
-            score += p.candidateTable[relativeRankOf(side.us, square) - 1];
-        }
-    }
-    if (passedCount >= 2) score += p.manyPassed;
-    return score + evalTables.pawnIslandTable[files] + shelter(side) + storm(side);
+    PackedScore score = kingOffsets(side, passed, p.passedByOwnKingOffset, p.passedByEnemyKingOffset);
+    if (moreThanOne(passed)) score += p.manyPassed;
+    while (passed != 0) score += kingProximity(side, popLowestBit(passed));
+    return score;
+}
+
+void listPassed(Bitboard passed, std::uint8_t (&list)[longestPassedList]) {
+    for (int i = 0; i < longestPassedList && passed != 0; ++i)
+        list[i] = static_cast<std::uint8_t>(popLowestBit(passed));
+}
+
+PackedScore evaluateSide(const Side& side, std::uint8_t (&passedList)[longestPassedList]) {
+    const EvalParameters& p = evalParameters;
+    const Bitboard passed = passedPawns(side);
+    listPassed(passed, passedList);
+    return weaknesses(side) + support(side) + candidates(side, passed) +
+           kingOffsets(side, side.own, p.pawnByOwnKingOffset, p.pawnByEnemyKingOffset) +
+           passedPawnsAndKings(side, passed) + evalTables.pawnIslandTable[filesOf(side.own) & rank1] + shelter(side) +
+           storm(side);
 }
 
 Side sideOf(const Position& position, Colour us) {

@@ -54,16 +54,16 @@ template <Colour us> void evaluateKnightPins(Evaluation& e) {
 }
 
 template <Colour us> void evaluateKnights(Evaluation& e, const PieceContext& context) {
+    const Bitboard knights = e.position.of(us, knight);
     const Bitboard checkSquares = context.enterable & knightAttacks[e.kingSquare[opponent(us)]];
-    PackedScore score;
+    PackedScore score = evalParameters.knightPawnsTable[e.pawnCount[us]] * popCount(knights);
     int units = 0;
-    for (Bitboard knights = e.position.of(us, knight); knights != 0;) {
-        const Square square = popLowestBit(knights);
+    for (Bitboard left = knights; left != 0;) {
+        const Square square = popLowestBit(left);
         const Bitboard attacks = knightAttacks[square];
         const Bitboard safe = attacks & ~context.unsafeForMinors;
         score += evalParameters.knightKingDistanceTable[kingDistance(square, e.kingSquare[us])];
         score += knightMobility[popCount(safe) + popCount(safe & ranksBefore(us, square))];
-        score += evalParameters.knightPawnsTable[e.pawnCount[us]];
         if ((attacks & context.enemyKingZone) != 0) units += knightZoneUnits;
         units += knightCheckUnits * popCount(attacks & checkSquares);
     }
@@ -119,7 +119,7 @@ template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& conte
     const Bitboard rooks = e.position.of(us, rook);
     const Bitboard checkSquares = context.enterable & context.enemyKingStraights;
     const bool enemyKingAtHome = relativeRankOf(us, e.kingSquare[opponent(us)]) == 7;
-    PackedScore score;
+    PackedScore score = evalParameters.rookPawnsTable[e.pawnCount[us]] * popCount(rooks);
     Bitboard allAttacks = 0;
     int units = 0;
     for (Bitboard left = rooks; left != 0;) {
@@ -127,7 +127,6 @@ template <Colour us> void evaluateRooks(Evaluation& e, const PieceContext& conte
         const Bitboard attacks = rookAttacks(square, e.occupied);
         allAttacks |= attacks;
         score += rookMobility[popCount(attacks & ~context.unsafeForMajors)];
-        score += evalParameters.rookPawnsTable[e.pawnCount[us]];
         score += rookFileTerm<us>(e, square);
         if ((rookLines[square] & rooks & ~bit(square)) != 0) score += evalParameters.rooksOnLine;
         if (enemyKingAtHome && relativeRankOf(us, square) == 6) score += evalParameters.rookOnSeventh;
@@ -164,6 +163,7 @@ int queenCheckUnits(const Evaluation& e, const PieceContext& context, Square squ
 
 template <Colour us> void evaluateQueens(Evaluation& e, const PieceContext& context) {
     const Bitboard queens = e.position.of(us, queen);
+    e.attacks[us][queen] = 0;
     if (queens == 0) return;
     PackedScore score;
     Bitboard allAttacks = 0;
