@@ -11,9 +11,9 @@
 
 namespace helvan {
 
-// Hands every move of the movers, all of one type and no pawns, onto the targets to emit.
-template <typename Emit>
-void eachPieceStep(PieceType type, Bitboard movers, Bitboard occupied, Bitboard targets, Emit emit) {
+// Hands every move of the movers, all of this type, no pawn's, onto the targets to emit.
+template <PieceType type, typename Emit>
+void eachPieceStep(Bitboard movers, Bitboard occupied, Bitboard targets, Emit emit) {
     while (movers != 0) {
         const Square from = popLowestBit(movers);
         for (Bitboard reached = pieceAttacks(type, from, occupied) & targets; reached != 0;) {
@@ -26,13 +26,14 @@ void eachPieceStep(PieceType type, Bitboard movers, Bitboard occupied, Bitboard 
 template <typename Emit> void generatePieces(const Position& position, Bitboard targets, Emit emit) {
     const Colour us = position.sideToMove();
     const Bitboard occupied = position.occupied();
-    for (PieceType type = knight; type <= queen; ++type) {
-        eachPieceStep(type, position.of(us, type), occupied, targets, emit);
-    }
+    eachPieceStep<knight>(position.of(us, knight), occupied, targets, emit);
+    eachPieceStep<bishop>(position.of(us, bishop), occupied, targets, emit);
+    eachPieceStep<rook>(position.of(us, rook), occupied, targets, emit);
+    eachPieceStep<queen>(position.of(us, queen), occupied, targets, emit);
 }
 
 template <typename Emit> void generateKing(const Position& position, Bitboard targets, Emit emit) {
-    eachPieceStep(king, position.of(position.sideToMove(), king), position.occupied(), targets, emit);
+    eachPieceStep<king>(position.of(position.sideToMove(), king), position.occupied(), targets, emit);
 }
 
 // Hands every pawn step from the given pawns onto the targets to emit(from, to), east, west and forward:

@@ -27,6 +27,13 @@ constexpr PickerStage stageLists[][longestStageList] = {
     {hashMove, evasions, deferred, end}};
 // clang-format on
 
+// Whether the stage defers its losing moves.
+constexpr bool holdsBack(PickerStage stage) {
+    constexpr unsigned stages =
+        1U << static_cast<int>(captures) | 1U << static_cast<int>(evasions) | 1U << static_cast<int>(quietChecks);
+    return (stages >> static_cast<int>(stage) & 1) != 0;
+}
+
 // Scores: history stays between these marks.
 constexpr std::int32_t tacticalScore = 1 << 22;
 constexpr std::int32_t castlingScore = 1 << 22;
@@ -175,9 +182,9 @@ void generateQuietChecks(MovePicker& picker) {
     const Bitboard occupied = position.occupied();
     const auto add = [&](Move move, PieceType type) { append(picker, move, type, phantom, 0); };
     const Bitboard diagonalChecks = bishopAttacks(kingSquare, occupied) & ~occupied;
-    eachPieceStep(bishop, position.of(us, bishop), occupied, diagonalChecks, add);
-    eachPieceStep(queen, position.of(us, queen), occupied, diagonalChecks, add);
-    eachPieceStep(knight, position.of(us, knight), occupied, knightAttacks[kingSquare] & ~occupied, add);
+    eachPieceStep<bishop>(position.of(us, bishop), occupied, diagonalChecks, add);
+    eachPieceStep<queen>(position.of(us, queen), occupied, diagonalChecks, add);
+    eachPieceStep<knight>(position.of(us, knight), occupied, knightAttacks[kingSquare] & ~occupied, add);
     const Bitboard pawnChecks = pawnAttacks(opponent(us), enemyKing) & ~occupied;
     generatePawnPushes(position, pawnChecks, add);
     generateDoublePushes(position, pawnChecks, add);
@@ -210,16 +217,15 @@ Move handOutAhead(MovePicker& picker, Move move, Move& slot) {
 // Takes the batch's next move. What stood first goes where the best has stood.
 PickedMove takeFromBatch(MovePicker& picker) {
     const int first = picker.batchNext++;
-    if (!picker.ordered) return picker.batch[first];
+    if (!picker.ordered || picker.batchNext == picker.batchCount) return picker.batch[first];
     Rank bests[batchStep];
     std::fill(std::begin(bests), std::end(bests), handedOutRank);
     for (int i = first & -batchStep; i < picker.batchCount; i += batchStep) {
         for (int lane = 0; lane < batchStep; ++lane) bests[lane] = std::max(bests[lane], picker.ranks[i + lane]);
     }
-    for (int half = batchStep / 2; half > 0; half /= 2) {
-        for (int lane = 0; lane < half; ++lane) bests[lane] = std::max(bests[lane], bests[lane + half]);
-    }
-    const int placeBitsOfBest = bests[0] & placeBits;
+    Rank largest = bests[0];
+    for (const Rank rank : bests) largest = std::max(largest, rank);
+    const int placeBitsOfBest = largest & placeBits;
     const int place = maxMoves - 1 - placeBitsOfBest;
     const PickedMove best = picker.batch[place];
     picker.ranks[place] = (picker.ranks[first] & ~placeBits) | placeBitsOfBest;
@@ -249,7 +255,7 @@ Move openNextStage(MovePicker& picker) {
     picker.batchCount = 0;
     picker.batchNext = 0;
     picker.ordered = false;
-    picker.holdsBack = picker.stage == captures || picker.stage == evasions || picker.stage == quietChecks;
+    picker.holdsBack = holdsBack(picker.stage);
     switch (picker.stage) {
     case hashMove: return handOutAhead(picker, picker.hashMove, picker.aheadOfBatch[0]);
     case captures: generateCaptures(picker); break;

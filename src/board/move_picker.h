@@ -67,14 +67,15 @@ struct MovePicker {
     // counters must outlive the picker.
     MovePicker(const Position& from, PickerKind of, Move hash = nullMove, Move killer = nullMove,
                Move otherKiller = nullMove, QuietOrder order = {})
-        : position(from), kind(of), hashMove(hash), killers{killer, otherKiller}, quietOrder(order) {}
+        : position(from), kind(of), stageIndex(hash == nullMove ? 1 : 0), hashMove(hash), killers{killer, otherKiller},
+          quietOrder(order) {}
 
     MovePicker(const MovePicker&) = delete;
     MovePicker& operator=(const MovePicker&) = delete;
 
     const Position& position;
     PickerKind kind;
-    int stageIndex = 0; // of the next stage in the kind's list
+    int stageIndex; // of the next stage in the kind's list, which begins with the hash move's
     PickerStage stage = PickerStage::start;
     bool ordered = false;          // whether the batch is handed out by score instead of as generated
     bool holdsBack = false;        // whether the batch's losing moves are deferred
