@@ -175,14 +175,10 @@ bool settleCheck(Position& child) {
 }
 
 Key likelyKeyAfter(const Position& position, Move move) {
-    const Key afterPassing = position.key ^ pieceKeys[white] ^ pieceKeys[black];
-    if (move == nullMove) return afterPassing;
+    if (move == nullMove) return position.key ^ pieceKeys[white] ^ pieceKeys[black];
     const Colour us = position.sideToMove();
-    const PieceType type = pieceTypeAt(position, us, moveFrom(move));
-    const PieceType victim = pieceTypeAt(position, opponent(us), moveTo(move));
-    const Key taken = victim == phantom ? 0 : pieceKeys[pieceIndex(opponent(us), victim, moveTo(move))];
-    return afterPassing ^ taken ^ pieceKeys[pieceIndex(us, type, moveFrom(move))] ^
-           pieceKeys[pieceIndex(us, type, moveTo(move))];
+    return likelyKeyAfter(position, move, pieceTypeAt(position, us, moveFrom(move)),
+                          pieceTypeAt(position, opponent(us), moveTo(move)));
 }
 
 bool incrementalStateAgrees(const Position& parent, const Position& child) {

@@ -28,6 +28,14 @@ bool settleCheck(Position& child);
 // table ahead of making the move.
 Key likelyKeyAfter(const Position& position, Move move);
 
+// The same, sooner, of a move of a piece of this type that takes this one, phantom for none.
+inline Key likelyKeyAfter(const Position& position, Move move, PieceType mover, PieceType victim) {
+    const Colour us = position.sideToMove();
+    const Key taken = victim == phantom ? 0 : pieceKeys[pieceIndex(opponent(us), victim, moveTo(move))];
+    return position.key ^ pieceKeys[white] ^ pieceKeys[black] ^ taken ^
+           pieceKeys[pieceIndex(us, mover, moveFrom(move))] ^ pieceKeys[pieceIndex(us, mover, moveTo(move))];
+}
+
 // Whether a child's incremental fields differ from its parent's by just what its boards say: the check that
 // advance is held to after every move in debug builds. For playable parents and pseudo-legal moves.
 bool incrementalStateAgrees(const Position& parent, const Position& child);

@@ -114,9 +114,9 @@ inline MoveState stateOf(const MainNode& node, const Position& child, PickedMove
 // Makes the node's next move and looks at what it is; false where it leaves the mover's king attacked.
 inline bool enterMove(MainNode& node, Position& child, PickedMove picked, MoveState& state) {
     const Move move = picked.move;
+    node.search.tables.transpositionTable.prefetch(likelyKeyAfter(node.position, move, picked.mover, picked.victim));
     if (!node.lines) node.lines.emplace(node.position, node.inCheck);
     makeMove(node.search, node.position, child, move, picked.mover, picked.victim);
-    node.search.tables.transpositionTable.prefetch(child.key);
     if (node.lines->leavesInCheck(child)) return false;
     child.inCheck = static_cast<std::uint16_t>(node.lines->givesCheck(node.position, move, picked.mover));
     ++node.moveNumber;
