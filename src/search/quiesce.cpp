@@ -10,6 +10,10 @@ namespace helvan {
 namespace {
 
 struct QuiescenceNode {
+    QuiescenceNode(Search& of, Position& at, int from, int to, int halfPlies, int fromRoot)
+        : search(of), position(at), alpha(from), beta(to), depth(halfPlies), ply(fromRoot), zeroWindow(from + 1 == to) {
+    }
+
     Search& search;
     Position& position;
     int alpha;
@@ -107,7 +111,7 @@ int quiesce(Search& search, Position& position, int alpha, int beta, int quiesce
     if (searchMustStop(search)) return 0;
     if (recognisedDraw(position, ply)) return drawScoreAt(ply);
     if (ply >= maxPly) return evaluate(position, search.tables.evalCaches);
-    QuiescenceNode node{search, position, alpha, beta, quiescenceDepth, ply, alpha + 1 == beta};
+    QuiescenceNode node(search, position, alpha, beta, quiescenceDepth, ply);
 
     // Before the table is looked into: its entry is on the way.
     const int ownEval = position.inCheck == 0 ? evaluateNode(search, position) : 0;
