@@ -4,6 +4,8 @@
 # trains anew and compiles all anew: the program never depends on what was built before.
 
 set(HELVAN_TRAINING_DEPTH 10) # iterations
+set(HELVAN_TRAINING ${PROJECT_BINARY_DIR}/training CACHE PATH
+    "Where the program is trained; builds for other processors of one system may share what is counted there")
 
 if(HELVAN_PROFILE STREQUAL "train")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -16,11 +18,15 @@ if(HELVAN_PROFILE STREQUAL "train")
   target_compile_options(helvan_flags INTERFACE ${profile_options})
   target_link_options(helvan_flags INTERFACE ${profile_options})
 elseif(HELVAN_PROFILE STREQUAL "use")
-  if(CMAKE_CROSSCOMPILING OR HELVAN_SANITIZE OR CMAKE_CONFIGURATION_TYPES)
-    message(FATAL_ERROR "A profile is for one plain build that this machine can run: no cross compilation, no "
+  if((CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR) OR HELVAN_SANITIZE OR CMAKE_CONFIGURATION_TYPES)
+    message(FATAL_ERROR "A profile is for one plain build that this machine can run, if need be with an emulator: no "
       "sanitizers, no generator of several configurations")
   endif()
-  set(training ${PROJECT_BINARY_DIR}/training)
+  set(toolchain)
+  if(CMAKE_TOOLCHAIN_FILE)
+    set(toolchain -DCMAKE_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE})
+  endif()
+  set(training ${HELVAN_TRAINING})
   string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" flags_of_type)
   set(counts ${training}/counts)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -38,12 +44,13 @@ elseif(HELVAN_PROFILE STREQUAL "use")
     ${PROJECT_SOURCE_DIR}/tools/*.cpp ${PROJECT_SOURCE_DIR}/tools/*.h)
   add_custom_command(OUTPUT ${training}/trained
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${counts}
-    COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${training} -G ${CMAKE_GENERATOR}
+    COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${training} -G ${CMAKE_GENERATOR} ${toolchain}
       -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER} -DCMAKE_BUILD_TYPE=${CMAKE_BUILD_TYPE} -DHELVAN_ARCH=${HELVAN_ARCH}
       -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS} -D${flags_of_type}=${${flags_of_type}} -DHELVAN_TESTS=OFF
       -DHELVAN_PROFILE=train -DHELVAN_COUNTS=${counts}
     COMMAND ${CMAKE_COMMAND} --build ${training} --target helvan-debug
-    COMMAND ${training}/tools/helvan-debug bench ${HELVAN_TRAINING_DEPTH} ${PROJECT_SOURCE_DIR}/tools/training.epd
+    COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} ${training}/tools/helvan-debug${CMAKE_EXECUTABLE_SUFFIX} bench
+      ${HELVAN_TRAINING_DEPTH} ${PROJECT_SOURCE_DIR}/tools/training.epd
     COMMAND ${merge}
     COMMAND ${CMAKE_COMMAND} -E touch ${training}/trained
     DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/tools/training.epd

@@ -31,7 +31,7 @@ constexpr int absolute(int value) { return value < 0 ? -value : value; }
 
 namespace detail {
 
-constexpr auto kingDistances = [] {
+inline constexpr auto kingDistances = [] {
     std::array<std::array<std::uint8_t, 64>, 64> steps{};
     for (Square a = 0; a < 64; ++a) {
         for (Square b = 0; b < 64; ++b) {

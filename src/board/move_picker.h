@@ -102,7 +102,8 @@ inline void closeBatch(MovePicker& picker) { std::fill_n(picker.ranks + picker.b
 // The next move, or 0 when all stages are used up.
 Move nextMove(MovePicker& picker);
 
-// Drops the moves of the batch under way that dull() answers true for, as if they had been passed over one by one.
+// Drops the moves of the batch under way that dull() answers true for, as if they had been passed over one by one, but
+// that moves of one rank may change places. What is dropped does not count as handed out.
 template <typename Dull> void dropFromBatch(MovePicker& picker, Dull dull) {
     int kept = picker.batchNext;
     for (int i = picker.batchNext; i < picker.batchCount; ++i) {

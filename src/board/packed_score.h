@@ -9,7 +9,8 @@ namespace helvan {
 
 // Two lanes of 31 bits in two's complement, which wrap modulo 2^31: the opening value times 2^32 plus the endgame
 // value. Sums, differences and multiples of words are those of the lanes: what a negative endgame value borrows from
-// the upper half is given back where the lane is read.
+// the upper half is given back where the lane is read. True as long as no endgame value leaves 32 bits: those of
+// evaluations stay far inside.
 struct PackedScore {
     std::uint64_t bits = 0;
 

@@ -18,8 +18,8 @@ struct Evaluation {
     PackedScore credit[2]; // by colour, what its terms have brought so far
     Square kingSquare[2];
     int pawnCount[2];
-    // By colour and piece type: the squares that its pieces of the type attack. Written before they are read, each by
-    // whom it takes to know them; slot 0 is unused.
+    // By colour and piece type: the squares that its pieces of the type attack. Pawns, knights and kings are written
+    // before all terms, the others by the terms of their pieces; slot 0 is unused.
     Bitboard attacks[2][boardsPerColour];
     int pieceWeight[2] = {}; // the sum of pieceWeights
     int pieceCount[2] = {};  // without pawns and king

@@ -15,6 +15,7 @@
 #include "platform/clock.h"
 #include "platform/end_process.h"
 #include "platform/log.h"
+#include "platform/newer_program.h"
 #include "platform/platform.h"
 #include "protocol/position_command.h"
 #include "protocol/uci.h"
@@ -111,4 +112,7 @@ Session& theSession() {
 
 } // namespace helvan
 
-int main(int argumentCount, char** arguments) { helvan::start(argumentCount, arguments); }
+int main(int argumentCount, char** arguments) {
+    helvan::giveWayToNewerProgram(arguments);
+    helvan::start(argumentCount, arguments);
+}
