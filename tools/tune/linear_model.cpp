@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tune/linear_model.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <memory>
+#include <span>
 
 #include "board/piece_square.h"
 #include "eval/endings.h"
 #include "eval/evaluate.h"
 #include "eval/parameters.h"
 #include "eval/tables.h"
+#include "tools/tune/slices.h"
 
 namespace helvan {
 
@@ -17,6 +19,7 @@ namespace {
 
 constexpr double thousandthsPerPawn = 1000.0;
 constexpr double perMille = 1000.0;
+constexpr std::size_t positionsAtOnce = 1 << 18; // whose columns are in memory together
 
 constexpr int filesPerRank = 8;
 
@@ -25,49 +28,65 @@ bool isBoard(const ParameterRow& row) { return row.count == 64; }
 // Of a square's index in a board, the index in the same rank on the other side.
 int acrossTheBoard(int index) { return index ^ (filesPerRank - 1); }
 
-struct Coefficient {
-    std::uint32_t position;
-    float value;
-};
-
-using Column = std::vector<Coefficient>; // of one open value, by position
+using Column = std::vector<std::int8_t>; // of one open value, by position: how often it counts
 
 // Where a piece stands is all that its square's value depends on: no need to evaluate.
-Column squareColumn(const TrainingSet& set, PieceType type, int index) {
+Column squareColumn(std::span<const Position> positions, PieceType type, int index) {
     const Square left = mirrored(index); // boards begin with a8
     const Bitboard squares = bit(left) | bit(acrossTheBoard(left));
     const Bitboard forBlack = bit(mirrored(left)) | bit(mirrored(acrossTheBoard(left)));
     Column column;
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        const Position& position = set.positions[i];
+    for (const Position& position : positions) {
         const int count = popCount(position.of(white, type) & squares) - popCount(position.of(black, type) & forBlack);
-        if (count != 0) column.push_back({static_cast<std::uint32_t>(i), static_cast<float>(count)});
+        column.push_back(static_cast<std::int8_t>(count));
     }
     return column;
 }
 
-Column probedColumn(const TrainingSet& set, const std::vector<PackedScore>& sums, PackedScore& value,
-                    EvalCaches& caches) {
-    const PackedScore before = value;
-    value += packed(1, 1);
+// Endgame lanes of the evaluations' sums: they tell for both, a value counts as often in the one as in the other.
+std::vector<int> endgameSums(std::span<const Position> positions, std::vector<EvalCaches>& caches) {
+    std::vector<int> sums(positions.size());
+    const auto threads = static_cast<int>(caches.size());
+    for (EvalCaches& cache : caches) clearPawnTable(cache);
+    forSlices({0, positions.size()}, threads, [&](std::size_t slice, Range range) {
+        EvalCaches& cache = caches[slice % caches.size()]; // each thread's own
+        for (std::size_t i = range.first; i < range.end; ++i) {
+            sums[i] = evaluateUnblended(positions[i], cache).endgame();
+        }
+    });
+    return sums;
+}
+
+// Several values are probed at once, raised by different powers of the radix: the digits of the difference are their
+// coefficients.
+constexpr int probeRadix = 128; // twice what a coefficient can be: eight pawns count seven steps each
+constexpr std::size_t probedAtOnce = 4;
+
+void appendProbedColumns(std::span<const Position> positions, std::span<const OpenValue> values,
+                         const std::vector<int>& sums, std::vector<EvalCaches>& caches, std::vector<Column>& columns) {
+    int raise = 1;
+    for (const OpenValue& value : values) {
+        *value.value += packed(0, raise);
+        raise *= probeRadix;
+    }
     initEvalTables();
-    clearPawnTable(caches);
-    Column column;
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        // The endgame lane tells for both: a value counts as often in the one as in the other.
-        const int difference = evaluateUnblended(set.positions[i], caches).endgame() - sums[i].endgame();
-        if (difference != 0) {
-            column.push_back({static_cast<std::uint32_t>(i), static_cast<float>(difference)});
+    const std::vector<int> raisedSums = endgameSums(positions, caches);
+    raise = 1;
+    for (const OpenValue& value : values) {
+        *value.value -= packed(0, raise);
+        raise *= probeRadix;
+    }
+    const std::size_t first = columns.size();
+    columns.resize(first + values.size(), Column(positions.size()));
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        int difference = raisedSums[i] - sums[i];
+        for (std::size_t k = 0; k < values.size(); ++k) {
+            const int above = difference + probeRadix / 2;
+            const int quotient = above >= 0 ? above / probeRadix : -((-above + probeRadix - 1) / probeRadix);
+            columns[first + k][i] = static_cast<std::int8_t>(difference - quotient * probeRadix);
+            difference = quotient;
         }
     }
-    value = before;
-    return column;
-}
-
-std::vector<PackedScore> unblendedSums(const TrainingSet& set, EvalCaches& caches) {
-    std::vector<PackedScore> sums;
-    for (const Position& position : set.positions) sums.push_back(evaluateUnblended(position, caches));
-    return sums;
 }
 
 PieceType boardOf(const PackedScore* value) {
@@ -78,42 +97,37 @@ PieceType boardOf(const PackedScore* value) {
     return allPieces;
 }
 
-std::vector<Column> columnsOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress) {
-    const auto caches = std::make_unique<EvalCaches>();
-    const std::vector<PackedScore> sums = unblendedSums(set, *caches);
+std::vector<Column> columnsOf(std::span<const Position> positions, const std::vector<OpenValue>& open,
+                              std::vector<EvalCaches>& caches) {
+    const std::vector<int> sums = endgameSums(positions, caches);
     std::vector<Column> columns;
-    for (const OpenValue& value : open) {
-        const PieceType type = boardOf(value.value);
-        if (type == allPieces) {
-            columns.push_back(probedColumn(set, sums, *value.value, *caches));
-        } else {
-            const int index = static_cast<int>(value.value - evalParameters.squares[type].data());
-            columns.push_back(squareColumn(set, type, index));
+    while (columns.size() < open.size()) {
+        const std::size_t first = columns.size();
+        const PieceType type = boardOf(open[first].value);
+        if (type != allPieces) {
+            const int index = static_cast<int>(open[first].value - evalParameters.squares[type].data());
+            columns.push_back(squareColumn(positions, type, index));
+            continue;
         }
-        const bool report = showProgress && (columns.size() % 10 == 0 || columns.size() == open.size());
-        if (report) std::fprintf(stderr, "\rprobing value %zu of %zu", columns.size(), open.size());
+        std::size_t end = first + 1;
+        while (end < open.size() && end < first + probedAtOnce && boardOf(open[end].value) == allPieces) ++end;
+        appendProbedColumns(positions, {&open[first], end - first}, sums, caches, columns);
     }
     initEvalTables();
-    if (showProgress) std::fprintf(stderr, "\n");
     return columns;
 }
 
-// Turns columns into the matrix's rows.
-void transpose(LinearModel& model, const std::vector<Column>& columns, std::size_t rows) {
-    model.begin.assign(rows + 1, 0);
-    for (const Column& column : columns) {
-        for (const Coefficient& coefficient : column) ++model.begin[coefficient.position + 1];
-    }
-    for (std::size_t i = 0; i < rows; ++i) model.begin[i + 1] += model.begin[i];
-    std::vector<std::uint32_t> next(model.begin.begin(), model.begin.end() - 1);
-    model.variables.resize(model.begin[rows]);
-    model.coefficients.resize(model.begin[rows]);
-    for (std::size_t variable = 0; variable < columns.size(); ++variable) {
-        for (const Coefficient& coefficient : columns[variable]) {
-            const std::uint32_t at = next[coefficient.position]++;
-            model.variables[at] = static_cast<std::uint16_t>(variable);
-            model.coefficients[at] = coefficient.value;
+// Adds the positions' rows to the matrix.
+void appendRows(LinearModel& model, std::span<const Position> positions, const std::vector<OpenValue>& open,
+                std::vector<EvalCaches>& caches) {
+    const std::vector<Column> columns = columnsOf(positions, open, caches);
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        for (std::size_t variable = 0; variable < columns.size(); ++variable) {
+            if (columns[variable][i] == 0) continue;
+            model.variables.push_back(static_cast<std::uint16_t>(variable));
+            model.coefficients.push_back(columns[variable][i]);
         }
+        model.begin.push_back(model.coefficients.size());
     }
 }
 
@@ -185,18 +199,29 @@ void dropSpecialEndings(TrainingSet& set) {
     });
 }
 
-LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress) {
+LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, int threads, bool showProgress) {
     LinearModel model;
     model.valueCount = open.size();
+    for (const OpenValue& value : open) {
+        model.present.push_back(
+            {value.value->opening() / thousandthsPerPawn, value.value->endgame() / thousandthsPerPawn});
+    }
     model.neighbours = neighboursAmong(open);
     for (const Position& position : set.positions) addConstants(model, position);
-    transpose(model, columnsOf(set, open, showProgress), set.size());
+    std::vector<EvalCaches> caches(static_cast<std::size_t>(threads));
+    model.begin.push_back(0);
+    for (std::size_t first = 0; first < set.size(); first += positionsAtOnce) {
+        const std::size_t count = std::min(positionsAtOnce, set.size() - first);
+        appendRows(model, {&set.positions[first], count}, open, caches);
+        if (showProgress) std::fprintf(stderr, "\rprobed %zu of %zu positions", first + count, set.size());
+    }
+    if (showProgress) std::fprintf(stderr, "\n");
     return model;
 }
 
 double LinearModel::unscaled(std::size_t position, const std::vector<Change>& changes) const {
     double opening = 0.0, endgame = 0.0;
-    for (std::uint32_t at = begin[position]; at < begin[position + 1]; ++at) {
+    for (std::size_t at = begin[position]; at < begin[position + 1]; ++at) {
         const Change& change = changes[variables[at]];
         opening += change.opening * coefficients[at];
         endgame += change.endgame * coefficients[at];

@@ -30,7 +30,7 @@ struct Neighbours {
     std::uint16_t second;
 };
 
-// What is added to an open value, in pawns.
+// An open value, or what is added to it, in pawns.
 struct Change {
     double opening = 0.0;
     double endgame = 0.0;
@@ -38,11 +38,12 @@ struct Change {
 
 // The positions' coefficients as a sparse matrix, row by row: those of position i lie from begin[i] to begin[i + 1].
 struct LinearModel {
-    std::size_t valueCount = 0; // of the open values
+    std::size_t valueCount = 0;  // of the open values
+    std::vector<Change> present; // what they are, in pawns: the changes are added to this
     std::vector<Neighbours> neighbours;
-    std::vector<std::uint32_t> begin;
-    std::vector<std::uint16_t> variables; // indices of open values
-    std::vector<float> coefficients;      // how often the value counts for white, less how often for black
+    std::vector<std::size_t> begin;
+    std::vector<std::uint16_t> variables;  // indices of open values, rising in each row
+    std::vector<std::int8_t> coefficients; // how often the value counts for white, less how often for black
     // By position, from white's view.
     std::vector<float> unchanged;    // the unscaled evaluation by the present parameters, in pawns
     std::vector<float> openingShare; // of the opening values in it, by the phase: 0..1
@@ -64,7 +65,7 @@ void dropSpecialEndings(TrainingSet& set);
 
 // Finds the coefficients by raising one open value after the other; leaves the parameters and tables as they were.
 // No position is of a special ending. Progress goes to standard error if wanted.
-LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, bool showProgress);
+LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, int threads, bool showProgress);
 
 // The position's evaluation by the present parameters in pawns, white's view, not rounded to centipawns.
 double evaluationInPawns(Position position);

@@ -5,36 +5,14 @@
 #include <cmath>
 #include <cstdio>
 #include <numeric>
-#include <random>
-#include <thread>
+
+#include "tools/tune/slices.h"
 
 namespace helvan {
 
 namespace {
 
-// Sums are taken slice by slice and then over the slices in order, however many threads share the work: so rounding,
-// and with it the outcome, is the same for any number of threads.
-constexpr std::size_t sliceCount = 16;
-
-template <typename Work> void forSlices(int threads, Work work) {
-    const auto share = [&](std::size_t first) {
-        for (std::size_t slice = first; slice < sliceCount; slice += threads) work(slice);
-    };
-    std::vector<std::thread> others;
-    for (int i = 1; i < threads; ++i) others.emplace_back(share, i);
-    share(0);
-    for (std::thread& other : others) other.join();
-}
-
-struct Range {
-    std::size_t first;
-    std::size_t end;
-};
-
-Range sliceOf(Range range, std::size_t slice) {
-    const std::size_t size = range.end - range.first;
-    return {range.first + size * slice / sliceCount, range.first + size * (slice + 1) / sliceCount};
-}
+constexpr double centipawnsPerPawn = 100.0;
 
 double logistic(double x) { return 1.0 / (1.0 + std::exp(-x)); }
 
@@ -43,32 +21,32 @@ double crossEntropy(double x, double target) {
     return std::max(x, 0.0) - x * target + std::log1p(std::exp(-std::abs(x)));
 }
 
-using Positions = std::vector<std::uint32_t>; // indices
-
-// The mean over the positions; evaluations, targets by position, the scale in the evaluations' unit.
-double meanLoss(const std::vector<float>& evaluations, const std::vector<float>& targets, const Positions& positions,
-                double scale, int threads) {
+// The mean over the positions of crossEntropy(x(position), target(position)).
+template <typename X, typename Target>
+double meanCrossEntropy(const PositionIndices& positions, int threads, X x, Target target) {
     double sums[sliceCount];
-    forSlices(threads, [&](std::size_t slice) {
-        const Range range = sliceOf({0, positions.size()}, slice);
+    forSlices({0, positions.size()}, threads, [&](std::size_t slice, Range range) {
         double sum = 0.0;
         for (std::size_t i = range.first; i < range.end; ++i) {
-            sum += crossEntropy(evaluations[positions[i]] / scale, targets[positions[i]]);
+            sum += crossEntropy(x(positions[i]), target(positions[i]));
         }
         sums[slice] = sum;
     });
     return std::accumulate(std::begin(sums), std::end(sums), 0.0) / static_cast<double>(positions.size());
 }
 
-// The scale of the least loss, by golden-section search; the loss has one minimum.
-double fittedScale(const std::vector<float>& evaluations, const std::vector<float>& targets, const Positions& positions,
-                   int threads) {
+// The scale of the least loss, by golden-section search; the loss has one minimum. In the evaluations' unit.
+double fittedScale(const std::vector<float>& evaluations, const std::vector<float>& targets,
+                   const PositionIndices& positions, int threads) {
     constexpr double least = 0.1, most = 2000.0; // for pawns as for centipawns
     constexpr double golden = 0.6180339887498949;
     constexpr int steps = 30;
     double low = std::log(least), high = std::log(most);
     const auto lossAt = [&](double logarithm) {
-        return meanLoss(evaluations, targets, positions, std::exp(logarithm), threads);
+        const double scale = std::exp(logarithm);
+        return meanCrossEntropy(
+            positions, threads, [&](std::uint32_t i) { return evaluations[i] / scale; },
+            [&](std::uint32_t i) { return targets[i]; });
     };
     double left = high - golden * (high - low), right = low + golden * (high - low);
     double leftLoss = lossAt(left), rightLoss = lossAt(right);
@@ -91,175 +69,271 @@ double fittedScale(const std::vector<float>& evaluations, const std::vector<floa
     return std::exp((low + high) / 2);
 }
 
-// The model's evaluations by position, of the positions asked for.
-std::vector<float> predictions(const LinearModel& model, const Positions& positions, const std::vector<Change>& changes,
-                               int threads) {
-    std::vector<float> evaluations(model.size());
-    forSlices(threads, [&](std::size_t slice) {
-        const Range range = sliceOf({0, positions.size()}, slice);
-        for (std::size_t i = range.first; i < range.end; ++i) {
-            evaluations[positions[i]] = static_cast<float>(model.predicted(positions[i], changes));
-        }
-    });
-    return evaluations;
-}
+// The unknowns: opening and endgame of the first value, of the second, ...
+using Vector = std::vector<double>;
 
-using Gradient = std::vector<Change>; // of the loss, by open value
+std::size_t openingOf(std::size_t value) { return 2 * value; }
+std::size_t endgameOf(std::size_t value) { return 2 * value + 1; }
 
-void addGradient(const LinearModel& model, const RegressionTask& task, const std::vector<Change>& changes,
-                 std::uint32_t position, Gradient& gradient) {
-    const double value = model.unscaled(position, changes);
-    const double scale = model.scaleOf(position, value);
-    const double expected = logistic((value * scale + model.tempo[position]) / task.scale);
-    const double slope = (expected - task.targets[position]) / task.scale * scale;
-    const double opening = slope * model.openingShare[position];
-    const double endgame = slope - opening;
-    for (std::uint32_t at = model.begin[position]; at < model.begin[position + 1]; ++at) {
-        gradient[model.variables[at]].opening += model.coefficients[at] * opening;
-        gradient[model.variables[at]].endgame += model.coefficients[at] * endgame;
-    }
-}
-
-// Adds the slope of cost x change x change.
-void addCostSlope(double cost, Change change, Change& slope) {
-    slope.opening += 2.0 * cost * change.opening;
-    slope.endgame += 2.0 * cost * change.endgame;
-}
-
-// One lane of one value under Adam, with its usual constants.
-struct AdamLane {
-    static constexpr double momentum = 0.9, memory = 0.999, tiny = 1e-8;
-    double mean = 0.0;
-    double square = 0.0;
-
-    double step(double slope, double rate, int time) {
-        mean = momentum * mean + (1.0 - momentum) * slope;
-        square = memory * square + (1.0 - memory) * slope * slope;
-        const double unbiasedMean = mean / (1.0 - std::pow(momentum, time));
-        const double unbiasedSquare = square / (1.0 - std::pow(memory, time));
-        return -rate * unbiasedMean / (std::sqrt(unbiasedSquare) + tiny);
-    }
-};
-
-class Descent {
+// A symmetric matrix, of which the lower triangle is kept.
+class SymmetricMatrix {
 public:
-    Descent(const LinearModel& linearModel, const RegressionTask& regressionTask,
-            const RegressionSettings& regressionSettings)
-        : model(linearModel), task(regressionTask), settings(regressionSettings), changes(model.valueCount),
-          slices(sliceCount, Gradient(model.valueCount)), openingLanes(model.valueCount),
-          endgameLanes(model.valueCount), order(task.training), random(settings.seed),
-          batches((order.size() + settings.batch - 1) / settings.batch) {}
+    explicit SymmetricMatrix(std::size_t size) : entries(size * (size + 1) / 2) {}
 
-    void runEpoch() {
-        shuffle();
-        for (std::size_t batch = 0; batch < batches; ++batch) {
-            const std::size_t first = batch * settings.batch;
-            descend({first, std::min(first + settings.batch, order.size())});
+    double& at(std::size_t row, std::size_t column) { return entries[row * (row + 1) / 2 + column]; } // column <= row
+
+    void add(const SymmetricMatrix& other) {
+        for (std::size_t i = 0; i < entries.size(); ++i) entries[i] += other.entries[i];
+    }
+
+    void scale(double factor) {
+        for (double& entry : entries) entry *= factor;
+    }
+
+    // Replaces the matrix, which is positive definite, by L with L x its transpose = the matrix (Cholesky).
+    void factorise(std::size_t size) {
+        for (std::size_t row = 0; row < size; ++row) {
+            for (std::size_t column = 0; column <= row; ++column) {
+                double sum = at(row, column);
+                for (std::size_t k = 0; k < column; ++k) sum -= at(row, k) * at(column, k);
+                at(row, column) = column == row ? std::sqrt(sum) : sum / at(column, column);
+            }
         }
     }
 
-    const std::vector<Change>& reached() const { return changes; }
+    // Of the factorised matrix: the x with matrix * x = right.
+    Vector solved(Vector right) {
+        const std::size_t size = right.size();
+        for (std::size_t row = 0; row < size; ++row) {
+            for (std::size_t k = 0; k < row; ++k) right[row] -= at(row, k) * right[k];
+            right[row] /= at(row, row);
+        }
+        for (std::size_t row = size; row-- > 0;) {
+            for (std::size_t k = row + 1; k < size; ++k) right[row] -= at(k, row) * right[k];
+            right[row] /= at(row, row);
+        }
+        return right;
+    }
 
 private:
-    // By hand, since the standard library's shuffle is not the same everywhere.
-    void shuffle() {
-        for (std::size_t i = order.size(); i > 1; --i) std::swap(order[i - 1], order[random() % i]);
+    std::vector<double> entries;
+};
+
+double scalarProduct(const Vector& a, const Vector& b) {
+    return std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
+}
+
+// Newton's method, with the curvature of the start: it changes little on the way.
+class Fit {
+public:
+    Fit(const LinearModel& linearModel, const RegressionTask& regressionTask,
+        const RegressionSettings& regressionSettings)
+        : model(linearModel), task(regressionTask), settings(regressionSettings), changes(model.valueCount),
+          curvature(2 * model.valueCount) {}
+
+    // Answers how many steps it took.
+    int descend() {
+        constexpr double smallestGain = 1e-12;
+        constexpr int mostSteps = 50;
+        findCurvature();
+        double reached = objective(changes);
+        for (int step = 1; step <= mostSteps; ++step) {
+            const Vector slope = objectiveSlope();
+            const Vector direction = curvature.solved(slope);
+            if (scalarProduct(slope, direction) / 2 < smallestGain) return step - 1;
+            const double before = reached;
+            reached = descendAlong(direction, before);
+            if (settings.showProgress) std::fprintf(stderr, "step %2d  loss and costs %.7f\n", step, reached);
+            if (before - reached < smallestGain) return step;
+        }
+        return mostSteps;
     }
 
-    // Of what the changes cost by themselves, whatever the positions say.
-    Gradient costGradient() const {
-        Gradient slopes(changes.size());
-        for (std::size_t i = 0; i < changes.size(); ++i) addCostSlope(settings.l2, changes[i], slopes[i]);
+    double loss(const PositionIndices& positions, const std::vector<Change>& at) const {
+        return meanCrossEntropy(
+            positions, settings.threads, [&](std::uint32_t i) { return model.predicted(i, at) / task.scale; },
+            [&](std::uint32_t i) { return task.targets[i]; });
+    }
+
+    const std::vector<Change>& found() const { return changes; }
+
+private:
+    static constexpr std::size_t curvaturePositions = 1'000'000; // tell enough
+
+    Change valueAt(std::size_t value, const std::vector<Change>& at) const {
+        return {model.present[value].opening + at[value].opening, model.present[value].endgame + at[value].endgame};
+    }
+
+    double objective(const std::vector<Change>& at) const {
+        const auto squared = [](Change a) { return a.opening * a.opening + a.endgame * a.endgame; };
+        double cost = 0.0;
+        for (std::size_t value = 0; value < at.size(); ++value) cost += settings.l2 * squared(valueAt(value, at));
         for (const auto& [first, second] : model.neighbours) {
-            const Change apart = {changes[first].opening - changes[second].opening,
-                                  changes[first].endgame - changes[second].endgame};
-            addCostSlope(settings.smoothness, apart, slopes[first]);
-            addCostSlope(-settings.smoothness, apart, slopes[second]);
+            const Change a = valueAt(first, at), b = valueAt(second, at);
+            cost += settings.smoothness * squared({a.opening - b.opening, a.endgame - b.endgame});
         }
-        return slopes;
+        return loss(task.training, at) + cost;
     }
 
-    void descend(Range batch) {
-        forSlices(settings.threads, [&](std::size_t slice) {
-            Gradient& gradient = slices[slice];
-            std::fill(gradient.begin(), gradient.end(), Change{});
-            const Range range = sliceOf(batch, slice);
-            for (std::size_t i = range.first; i < range.end; ++i) addGradient(model, task, changes, order[i], gradient);
-        });
-        const Gradient costSlopes = costGradient();
-        ++time;
-        const double left = 1.0 - static_cast<double>(time) / static_cast<double>(settings.epochs * batches + 1);
-        const double perPosition = 1.0 / static_cast<double>(batch.end - batch.first);
+    // Calls with (unknown, other unknown, cost): the objective has cost x (unknown - other unknown)^2.
+    // An unknown that is its own other one stands for a difference from zero.
+    template <typename Visit> void forCosts(Visit visit) const {
         for (std::size_t value = 0; value < changes.size(); ++value) {
-            Change sum;
-            for (const Gradient& gradient : slices) {
-                sum.opening += gradient[value].opening;
-                sum.endgame += gradient[value].endgame;
+            for (const std::size_t unknown : {openingOf(value), endgameOf(value)}) {
+                visit(unknown, unknown, settings.l2);
             }
-            Change& change = changes[value];
-            const double openingSlope = sum.opening * perPosition + costSlopes[value].opening;
-            const double endgameSlope = sum.endgame * perPosition + costSlopes[value].endgame;
-            change.opening += openingLanes[value].step(openingSlope, settings.rate * left, time);
-            change.endgame += endgameLanes[value].step(endgameSlope, settings.rate * left, time);
         }
+        for (const auto& [first, second] : model.neighbours) {
+            visit(openingOf(second), openingOf(first), settings.smoothness);
+            visit(endgameOf(second), endgameOf(first), settings.smoothness);
+        }
+    }
+
+    Vector objectiveSlope() const {
+        std::vector<Vector> slices(sliceCount, Vector(2 * changes.size()));
+        forSlices({0, task.training.size()}, settings.threads, [&](std::size_t slice, Range range) {
+            for (std::size_t i = range.first; i < range.end; ++i) addLossSlope(task.training[i], slices[slice]);
+        });
+        Vector slope(2 * changes.size());
+        const double perPosition = 1.0 / static_cast<double>(task.training.size());
+        for (const Vector& slice : slices) {
+            for (std::size_t i = 0; i < slope.size(); ++i) slope[i] += slice[i] * perPosition;
+        }
+        const auto present = [&](std::size_t unknown) {
+            const Change value = valueAt(unknown / 2, changes);
+            return unknown % 2 == 0 ? value.opening : value.endgame;
+        };
+        forCosts([&](std::size_t unknown, std::size_t other, double cost) {
+            if (unknown == other) {
+                slope[unknown] += 2.0 * cost * present(unknown);
+                return;
+            }
+            const double difference = present(unknown) - present(other);
+            slope[unknown] += 2.0 * cost * difference;
+            slope[other] -= 2.0 * cost * difference;
+        });
+        return slope;
+    }
+
+    void addLossSlope(std::uint32_t position, Vector& slope) const {
+        const double value = model.unscaled(position, changes);
+        const double scale = model.scaleOf(position, value);
+        const double expected = logistic((value * scale + model.tempo[position]) / task.scale);
+        const double perPawn = (expected - task.targets[position]) / task.scale * scale;
+        const double opening = perPawn * model.openingShare[position], endgame = perPawn - opening;
+        for (std::size_t at = model.begin[position]; at < model.begin[position + 1]; ++at) {
+            slope[openingOf(model.variables[at])] += model.coefficients[at] * opening;
+            slope[endgameOf(model.variables[at])] += model.coefficients[at] * endgame;
+        }
+    }
+
+    void findCurvature() {
+        const std::size_t every = std::max<std::size_t>(task.training.size() / curvaturePositions, 1);
+        const std::size_t count = (task.training.size() + every - 1) / every;
+        std::vector<SymmetricMatrix> slices(sliceCount, curvature);
+        forSlices({0, count}, settings.threads, [&](std::size_t slice, Range range) {
+            for (std::size_t i = range.first; i < range.end; ++i) {
+                addLossCurvature(task.training[i * every], slices[slice]);
+            }
+        });
+        for (const SymmetricMatrix& slice : slices) curvature.add(slice);
+        curvature.scale(1.0 / static_cast<double>(count));
+        forCosts([&](std::size_t unknown, std::size_t other, double cost) {
+            curvature.at(unknown, unknown) += 2.0 * cost;
+            if (unknown == other) return;
+            curvature.at(other, other) += 2.0 * cost;
+            curvature.at(unknown, other) -= 2.0 * cost;
+        });
+        curvature.factorise(2 * changes.size());
+    }
+
+    void addLossCurvature(std::uint32_t position, SymmetricMatrix& sum) const {
+        const double value = model.unscaled(position, changes);
+        const double scale = model.scaleOf(position, value);
+        const double expected = logistic((value * scale + model.tempo[position]) / task.scale);
+        const double perPawn = expected * (1.0 - expected) * scale * scale / (task.scale * task.scale);
+        const double openingShare = model.openingShare[position], endgameShare = 1.0 - openingShare;
+        const std::size_t begin = model.begin[position], end = model.begin[position + 1];
+        // A position's variables rise.
+        for (std::size_t a = begin; a < end; ++a) {
+            const std::size_t row = model.variables[a];
+            const double opening = perPawn * model.coefficients[a] * openingShare,
+                         endgame = perPawn * model.coefficients[a] * endgameShare;
+            for (std::size_t b = begin; b <= a; ++b) {
+                const std::size_t column = model.variables[b];
+                const double otherOpening = model.coefficients[b] * openingShare,
+                             otherEndgame = model.coefficients[b] * endgameShare;
+                sum.at(openingOf(row), openingOf(column)) += opening * otherOpening;
+                sum.at(endgameOf(row), openingOf(column)) += endgame * otherOpening;
+                sum.at(endgameOf(row), endgameOf(column)) += endgame * otherEndgame;
+                if (column < row) sum.at(openingOf(row), endgameOf(column)) += opening * otherEndgame;
+            }
+        }
+    }
+
+    // Goes back along the direction, half as far as long as that does not lead down, and answers the objective there.
+    double descendAlong(const Vector& direction, double before) {
+        constexpr double shortest = 1.0 / 64;
+        for (double length = 1.0; length >= shortest; length /= 2) {
+            std::vector<Change> there = changes;
+            for (std::size_t value = 0; value < there.size(); ++value) {
+                there[value].opening -= length * direction[openingOf(value)];
+                there[value].endgame -= length * direction[endgameOf(value)];
+            }
+            const double reached = objective(there);
+            if (reached >= before) continue;
+            changes = there;
+            return reached;
+        }
+        return before;
     }
 
     const LinearModel& model;
     const RegressionTask& task;
     const RegressionSettings& settings;
     std::vector<Change> changes;
-    std::vector<Gradient> slices;
-    std::vector<AdamLane> openingLanes, endgameLanes;
-    std::vector<std::uint32_t> order;
-    std::mt19937_64 random;
-    std::size_t batches;
-    int time = 0; // steps taken
+    SymmetricMatrix curvature;
 };
 
 } // namespace
 
-RegressionTask prepareTask(const TrainingSet& set, const LinearModel& model, const RegressionSettings& settings) {
+RegressionTask prepareTask(const TrainingSet& set, const RegressionSettings& settings) {
     RegressionTask task;
     for (std::size_t i = 0; i < set.size(); ++i) {
-        Positions& kind = isForValidation(set.games[i], settings) ? task.validation : task.training;
+        const int fold = set.games[i] % settings.foldCount;
+        PositionIndices& kind = fold == 0 ? task.validation : fold == 1 ? task.test : task.training;
         kind.push_back(static_cast<std::uint32_t>(i));
     }
-    task.searchScale = fittedScale(set.scores, set.results, task.training, settings.threads);
+    task.scale = settings.scale;
+    task.searchScale = fittedScale(set.scores, set.results, task.training, settings.threads) / centipawnsPerPawn;
     for (std::size_t i = 0; i < set.size(); ++i) {
-        const double searched = logistic(set.scores[i] / task.searchScale);
+        const double searched = logistic(set.scores[i] / centipawnsPerPawn / task.searchScale);
         task.targets.push_back(static_cast<float>(settings.blend * searched + (1.0 - settings.blend) * set.results[i]));
     }
-    const std::vector<Change> none(model.valueCount);
-    task.scale = fittedScale(predictions(model, task.training, none, settings.threads), task.targets, task.training,
-                             settings.threads);
     return task;
 }
 
 RegressionOutcome fitChanges(const LinearModel& model, const RegressionTask& task, const RegressionSettings& settings) {
-    const auto loss = [&](const Positions& positions, const std::vector<Change>& changes) {
-        return meanLoss(predictions(model, positions, changes, settings.threads), task.targets, positions, task.scale,
-                        settings.threads);
-    };
     RegressionOutcome outcome;
-    outcome.changes.resize(model.valueCount);
-    outcome.trainingBefore = loss(task.training, outcome.changes);
-    outcome.validationBefore = outcome.validationAfter = loss(task.validation, outcome.changes);
-    Descent descent(model, task, settings);
-    for (int epoch = 1; epoch <= settings.epochs && epoch - outcome.bestEpoch <= settings.patience; ++epoch) {
-        descent.runEpoch();
-        const double validation = loss(task.validation, descent.reached());
-        if (settings.showProgress) std::fprintf(stderr, "epoch %3d  validation loss %.6f\n", epoch, validation);
-        if (!(validation < outcome.validationAfter)) continue;
-        outcome.changes = descent.reached();
-        outcome.bestEpoch = epoch;
-        outcome.validationAfter = validation;
-    }
-    outcome.trainingAfter = loss(task.training, outcome.changes);
+    Fit fit(model, task, settings);
+    outcome.trainingBefore = fit.loss(task.training, fit.found());
+    outcome.validationBefore = fit.loss(task.validation, fit.found());
+    outcome.steps = fit.descend();
+    outcome.changes = fit.found();
+    outcome.trainingAfter = fit.loss(task.training, outcome.changes);
+    outcome.validationAfter = fit.loss(task.validation, outcome.changes);
     return outcome;
 }
 
-double validationLoss(const RegressionTask& task, const std::vector<float>& evaluations) {
-    return meanLoss(evaluations, task.targets, task.validation, task.scale, 1);
+double meanLoss(const RegressionTask& task, const PositionIndices& positions, const std::vector<float>& evaluations,
+                int threads) {
+    return meanCrossEntropy(
+        positions, threads, [&](std::uint32_t i) { return evaluations[i] / task.scale; },
+        [&](std::uint32_t i) { return task.targets[i]; });
+}
+
+double fittedScale(const RegressionTask& task, const std::vector<float>& evaluations, int threads) {
+    return fittedScale(evaluations, task.targets, task.training, threads);
 }
 
 } // namespace helvan

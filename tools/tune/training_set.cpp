@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "board/advance.h"
+#include "board/bits.h"
 #include "board/fen.h"
 #include "board/piece_square.h"
 #include "board/validity.h"
@@ -45,6 +47,22 @@ private:
     std::FILE* file;
 };
 
+// Follows the best moves of the quiescence search. Answers whether it ends with an evaluation.
+bool moveToQuietLeaf(Search& search, Position& position) {
+    constexpr int levelStep = 2; // of the quiescence depth
+    int score = 0;
+    for (int ply = 0;; ++ply) {
+        Move line[pvCapacity];
+        score = quiesce(search, position, -infiniteScore, infiniteScore, -levelStep * ply, ply, line);
+        if (line[0] == nullMove) break;
+        Position child;
+        if (ply + 1 == maxPly || !advanceLegally(position, child, line[0])) return false;
+        position = child;
+        position.prev = nullptr;
+    }
+    return position.inCheck == 0 && score == position.evalScratch;
+}
+
 } // namespace
 
 void TrainingSet::add(const Position& position, float result, float score, int game) {
@@ -71,14 +89,14 @@ bool addLine(TrainingSet& set, const std::string& line) {
     return true;
 }
 
-void dropUnsettled(TrainingSet& set, int margin) {
+void moveToQuietLeaves(TrainingSet& set) {
     const auto tables = std::make_unique<SearchTables>();
     Search search(*tables);
-    set.keepIf([&](Position position) {
-        Move line[pvCapacity];
-        const int standing = evaluate(position, tables->evalCaches);
-        return quiesce(search, position, -infiniteScore, infiniteScore, 0, 0, line) <= standing + margin;
-    });
+    set.keepIf([&](Position& position) { return moveToQuietLeaf(search, position); });
+}
+
+void dropSmallEndings(TrainingSet& set, int fewestMen) {
+    set.keepIf([&](const Position& position) { return popCount(position.occupied()) >= fewestMen; });
 }
 
 TrainingSet readTrainingSet(const std::string& path) {

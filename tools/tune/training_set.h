@@ -21,7 +21,7 @@ struct TrainingSet {
     std::size_t size() const { return positions.size(); }
     void add(const Position& position, float result, float score, int game);
 
-    // Drops the positions for which the test answers false.
+    // Drops the positions for which the test answers false. The test may replace a position.
     template <typename Test> void keepIf(Test test) {
         std::size_t kept = 0;
         for (std::size_t i = 0; i < size(); ++i) {
@@ -43,10 +43,12 @@ struct TrainingSet {
 // a position that chess cannot be played from. Results are 0 to 1, scores finite.
 bool addLine(TrainingSet& set, const std::string& line);
 
-// Drops the positions in which captures or checks bring the side to move over `margin` centipawns more than the
-// evaluation says: what they are worth is decided there and tells little of the values. Where a transposition table is
-// allocated, the quiescence search reads and writes it.
-void dropUnsettled(TrainingSet& set, int margin);
+// Replaces each position by the one in which its quiescence search ends, whose evaluation is what the search answers:
+// score and result are still white's. Drops those that end otherwise, in a mate or a draw.
+void moveToQuietLeaves(TrainingSet& set);
+
+// Drops positions with fewer men, kings included.
+void dropSmallEndings(TrainingSet& set, int fewestMen);
 
 // Reads a file of such lines and of comments, which begin with '#'; a name that ends in ".xz" is read through xz.
 // Lines that cannot be read are counted on standard error. Empty, with a message, if the file cannot be read to its

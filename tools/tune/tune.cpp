@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
 // Fits the open values of the evaluation to positions with known outcomes and writes them into its source.
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -25,7 +24,9 @@ constexpr int usageError = 2;
 struct Settings {
     std::string data;
     std::string parameters = HELVAN_PARAMETERS;
-    int unsettled = 5;
+    int fewestMen = 7;
+    int test = 0;
+    int dryRun = 0;
     RegressionSettings regression;
 };
 
@@ -34,24 +35,23 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
     const ToolOption options[] = {
         {"--data", &settings.data, "training positions, plain text or .xz"},
         {"--parameters", &settings.parameters, "the source to rewrite; by default the one built from"},
-        {"--unsettled", &settings.unsettled,
-         "centipawns that captures and checks may bring, or the position is dropped"},
+        {"--dry-run", &settings.dryRun, "1: fits and reports, and leaves the source as it is"},
+        {"--men", &settings.fewestMen, "on the board, kings included; positions with fewer are left out"},
         {"--blend", &r.blend, "how much of the target is the search score, 0..1"},
-        {"--l2", &r.l2, "the cost of a pawn's change"},
-        {"--smoothness", &r.smoothness, "the cost of a pawn's difference between the changes of two neighbours"},
-        {"--rate", &r.rate, "the first step, in pawns"},
-        {"--epochs", &r.epochs, "passes over the data at most; 0 changes nothing"},
-        {"--patience", &r.patience, "epochs without gain that end it"},
-        {"--batch", &r.batch, "positions a step"},
-        {"--validation", &r.validationEvery, "every so many games one is kept for validation"},
-        {"--seed", &r.seed, "of the order of positions"},
-        {"--threads", &r.threads, "for the regression; the outcome does not depend on it"}};
+        {"--l2", &r.l2, "the cost of a value of one pawn"},
+        {"--smoothness", &r.smoothness, "the cost of a pawn's difference between two neighbours"},
+        {"--scale", &r.scale, "pawns at which the evaluation expects 1 / (1 + 1/e) of a point"},
+        {"--folds", &r.foldCount, "of so many games one is kept for validation, one for the test"},
+        {"--test", &settings.test, "1: tells the loss on the test's games, too; for the end, when all is chosen"},
+        {"--threads", &r.threads, "the outcome does not depend on it"}};
     if (!readOptions(arguments, options)) return false;
-    const bool usable = !settings.data.empty() && r.batch > 0 && r.threads > 0 && r.validationEvery > 1 &&
-                        r.blend >= 0 && r.blend <= 1 && r.patience >= 0;
-    if (!usable)
-        std::fprintf(stderr, "Needed: --data FILE; batch and threads above 0, validation above 1, blend 0 to 1, "
-                             "patience 0 or more.\n");
+    const bool usable = !settings.data.empty() && r.threads > 0 && r.scale > 0 && r.foldCount > 2 && r.blend >= 0 &&
+                        r.blend <= 1 && r.l2 > 0 && r.smoothness >= 0;
+    if (!usable) {
+        std::fprintf(stderr,
+                     "Needed: --data FILE; threads, l2 and scale above 0, folds above 2, blend 0 to 1, smoothness 0 "
+                     "or more.\n");
+    }
     return usable;
 }
 
@@ -61,20 +61,13 @@ std::string contentsOf(const std::string& path) {
     return text.str();
 }
 
+// By the evaluation itself, not by the model of it.
 std::vector<float> presentEvaluations(const TrainingSet& set) {
     std::vector<float> evaluations;
     for (const Position& position : set.positions) {
         evaluations.push_back(static_cast<float>(evaluationInPawns(position)));
     }
     return evaluations;
-}
-
-void report(const TrainingSet& set, const RegressionTask& task, const RegressionOutcome& outcome) {
-    std::printf("training loss    %.6f -> %.6f\n", outcome.trainingBefore, outcome.trainingAfter);
-    std::printf("validation loss  %.6f -> %.6f, epoch %d\n", outcome.validationBefore, outcome.validationAfter,
-                outcome.bestEpoch);
-    // What the linear model leaves out, and the rounding, show in the difference.
-    std::printf("by the evaluation itself, with the new values: %.6f\n", validationLoss(task, presentEvaluations(set)));
 }
 
 // By way of a file beside it, so that the source is never half written.
@@ -86,12 +79,6 @@ bool rewrite(const std::string& path, const std::string& source, const std::vect
     if (written) std::filesystem::rename(beside, path, failure);
     if (!written || failure) std::fprintf(stderr, "%s could not be written.\n", path.c_str());
     return written && !failure;
-}
-
-bool hasBothKindsOfGames(const TrainingSet& set, const RegressionSettings& settings) {
-    const auto validates = [&](int game) { return isForValidation(game, settings); };
-    const auto validating = std::count_if(set.games.begin(), set.games.end(), validates);
-    return validating > 0 && validating < static_cast<std::ptrdiff_t>(set.size());
 }
 
 double secondsSince(std::chrono::steady_clock::time_point start) {
@@ -107,33 +94,46 @@ int tune(const Settings& settings) {
                      settings.parameters.c_str());
         return 1;
     }
+    const RegressionSettings& regression = settings.regression;
     TrainingSet set = readTrainingSet(settings.data);
-    dropSpecialEndings(set);
     const std::size_t all = set.size();
-    dropUnsettled(set, settings.unsettled);
-    if (set.size() == 0) {
-        std::fprintf(stderr, "No positions in %s.\n", settings.data.c_str());
+    dropSmallEndings(set, settings.fewestMen);
+    moveToQuietLeaves(set);
+    dropSpecialEndings(set);
+    const RegressionTask task = prepareTask(set, regression);
+    if (task.training.empty() || task.validation.empty() || task.test.empty()) {
+        std::fprintf(stderr, "Too few games in %s: some are needed for training, for validation and for the test.\n",
+                     settings.data.c_str());
         return 1;
     }
-    if (!hasBothKindsOfGames(set, settings.regression)) {
-        std::fprintf(stderr, "Needed: games whose number --validation divides, and others.\n");
-        return 1;
-    }
-    const std::vector<OpenValue> open = openValues();
-    const LinearModel model = linearModelOf(set, open, true);
-    const RegressionTask task = prepareTask(set, model, settings.regression);
-    std::printf("%zu positions, %zu for validation, %zu unsettled left out; %zu open values, %.1f of them a position\n",
-                set.size(), task.validation.size(), all - set.size(), open.size(),
-                static_cast<double>(model.coefficients.size()) / static_cast<double>(set.size()));
-    std::printf("K = %.1f centipawns for the search scores, %.3f pawns for the evaluation\n", task.searchScale,
-                task.scale);
+    std::printf(
+        "%zu positions of %zu: %zu for training, %zu for validation, %zu for the test\nK = %.3f pawns for the search\n",
+        set.size(), all, task.training.size(), task.validation.size(), task.test.size(), task.searchScale);
     std::fflush(stdout);
-    const RegressionOutcome outcome = fitChanges(model, task, settings.regression);
+    const std::vector<OpenValue> open = openValues();
+    const LinearModel model = linearModelOf(set, open, regression.threads, true);
+    const RegressionOutcome outcome = fitChanges(model, task, regression);
+    std::printf("%zu open values, %.1f of them in a position; %d steps\n", open.size(),
+                static_cast<double>(model.coefficients.size()) / static_cast<double>(set.size()), outcome.steps);
+    std::printf("training loss    %.6f -> %.6f\n", outcome.trainingBefore, outcome.trainingAfter);
+    std::printf("validation loss  %.6f -> %.6f\n", outcome.validationBefore, outcome.validationAfter);
+    // By the evaluation itself: what the linear model leaves out, and the rounding, show in the difference.
+    const auto reportNow = [&](const char* when) {
+        const std::vector<float> evaluations = presentEvaluations(set);
+        std::printf("%s: validation loss %.6f, best with K = %.3f pawns", when,
+                    meanLoss(task, task.validation, evaluations, regression.threads),
+                    fittedScale(task, evaluations, regression.threads));
+        if (settings.test != 0) {
+            std::printf(", test loss %.6f", meanLoss(task, task.test, evaluations, regression.threads));
+        }
+        std::printf("\n");
+    };
+    reportNow("before");
     applyChanges(open, outcome.changes);
-    report(set, task, outcome);
-    const bool written = rewrite(settings.parameters, source, before);
+    reportNow("after");
+    const bool done = settings.dryRun != 0 || rewrite(settings.parameters, source, before);
     std::printf("%.0f s\n", secondsSince(start));
-    return written ? 0 : 1;
+    return done ? 0 : 1;
 }
 
 } // namespace
