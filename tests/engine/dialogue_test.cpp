@@ -12,7 +12,7 @@
 #include "board/fen.h"
 #include "eval/parameters.h"
 #include "search/think.h"
-#include "support/engine_process.h"
+#include "tools/latency/engine_process.h"
 
 namespace helvan::testing {
 

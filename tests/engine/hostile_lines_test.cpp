@@ -5,8 +5,8 @@
 
 #include <sstream>
 
-#include "support/engine_process.h"
 #include "support/random.h"
+#include "tools/latency/engine_process.h"
 
 namespace helvan::testing {
 

@@ -8,7 +8,7 @@
 #include <regex>
 
 #include "support/boards.h"
-#include "support/engine_process.h"
+#include "tools/latency/engine_process.h"
 
 namespace helvan::testing {
 

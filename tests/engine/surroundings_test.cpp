@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "support/engine_process.h"
+#include "tools/latency/engine_process.h"
 
 namespace helvan::testing {
 

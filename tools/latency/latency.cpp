@@ -12,9 +12,9 @@
 #include <thread>
 #include <vector>
 
-#include "support/engine_process.h"
+#include "tools/latency/engine_process.h"
 
-namespace helvan::testing {
+namespace helvan {
 
 namespace {
 
@@ -258,6 +258,6 @@ bool measureAll() {
 
 } // namespace
 
-} // namespace helvan::testing
+} // namespace helvan
 
-int main() { return helvan::testing::measureAll() ? 0 : 1; }
+int main() { return helvan::measureAll() ? 0 : 1; }

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace helvan::testing {
+namespace helvan {
 
 class EngineProcess {
 public:
@@ -26,7 +26,7 @@ public:
     explicit EngineProcess(std::vector<std::string> arguments = {}, int pipeFlags = 0) {
         int in[2], out[2], err[2];
         if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0 || pipe2(err, O_CLOEXEC) != 0) std::abort();
-        signal(SIGPIPE, SIG_IGN); // a write to an ended engine fails instead of ending the test
+        signal(SIGPIPE, SIG_IGN); // a write to an ended engine fails instead of ending this program
         if (pipeFlags != 0) {
             fcntl(in[0], F_SETFL, pipeFlags);
             fcntl(out[1], F_SETFL, pipeFlags);
@@ -151,4 +151,4 @@ private:
     std::string buffer; // read, but not yet a whole line
 };
 
-} // namespace helvan::testing
+} // namespace helvan
