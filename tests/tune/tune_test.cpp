@@ -130,17 +130,17 @@ TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreadsAndNothingMoreTheSecondTime
     }
 }
 
-TEST_F(Tuning, NeighboursAreOfOneRowAndNobodyIsAlone) {
+TEST_F(Tuning, EvennessIsWithinARowAndLeavesNoTableOut) {
     const std::vector<OpenValue> open = openValues();
     std::vector<int> count(open.size());
-    for (const auto& [first, second] : linearModelOf({}, open, 1, false).neighbours) {
-        EXPECT_EQ(open[first].row, open[second].row);
-        ++count[first];
-        ++count[second];
+    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).evenness) {
+        EXPECT_EQ(weights[0] + weights[1] + weights[2], 0.0);
+        for (const std::uint16_t value : values) {
+            EXPECT_EQ(open[value].row, open[values[0]].row);
+            ++count[value];
+        }
     }
     for (std::size_t i = 0; i < open.size(); ++i) {
-        const int most = open[i].row->columns < open[i].row->count ? 4 : 2; // on a board, in a row
-        EXPECT_LE(count[i], most) << open[i].row->name;
         EXPECT_EQ(count[i] > 0, open[i].row->count > 1) << open[i].row->name;
     }
 }
@@ -150,10 +150,9 @@ TEST_F(Tuning, NeighboursOfATableTouchAlongAnEdge) {
     const std::vector<OpenValue> open = openValues();
     const PackedScore* table = evalParameters.pawnByOwnKingOffset.data();
     std::vector<std::pair<int, int>> found;
-    for (const auto& [first, second] : linearModelOf({}, open, 1, false).neighbours) {
-        if (open[first].row->values == table) {
-            found.emplace_back(open[first].value - table, open[second].value - table);
-        }
+    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).evenness) {
+        if (open[values[0]].row->values != table) continue;
+        found.emplace_back(open[values[0]].value - table, open[values[1]].value - table);
     }
     const auto touch = [&](int a, int b) { return std::count(found.begin(), found.end(), std::pair(a, b)) == 1; };
     EXPECT_TRUE(touch(3, 4));
@@ -179,36 +178,40 @@ TEST_F(Tuning, PositionsMoveToTheEndOfTheirExchangesAndMatesAreLeftOut) {
     EXPECT_EQ(set.games[0], 3);
 }
 
-// No position shows the second value and the third: the one follows its neighbour, the other one goes to zero.
-TEST(Regression, AValueNeverSeenFollowsItsNeighbour) {
+// Positions show the first two values alone: the third goes on as these begin, the fourth follows the first, its
+// neighbour, and the last one goes to zero, from wherever they start.
+TEST(Regression, ValuesNeverSeenFollowTheirNeighbours) {
     LinearModel model;
-    model.valueCount = 3;
-    model.present = {{0.0, 0.0}, {-5.0, 0.0}, {7.0, -7.0}};
-    model.neighbours = {{0, 1}};
+    model.valueCount = 5;
+    model.present = {{0.0, 0.0}, {0.0, 0.0}, {-5.0, 2.0}, {4.0, -4.0}, {7.0, -7.0}};
+    model.evenness = {{{0, 1, 2}, {1, -2, 1}}, {{0, 3, 0}, {1, -1, 0}}};
     RegressionTask task;
     task.scale = 1.0;
     for (std::uint32_t i = 0; i < 1000; ++i) {
         model.begin.push_back(i);
-        model.variables.push_back(0);
+        model.variables.push_back(i % 2);
         model.coefficients.push_back(1);
         model.unchanged.push_back(0.0F);
         model.openingShare.push_back(0.5F);
         model.tempo.push_back(0.0F);
         for (auto& scale : model.scale) scale.push_back(1.0F);
-        task.targets.push_back(0.7F);
-        (i % 10 == 0 ? task.validation : task.training).push_back(i);
+        task.targets.push_back(i % 2 == 0 ? 0.6F : 0.7F);
+        (i % 10 < 2 ? task.validation : task.training).push_back(i);
     }
     model.begin.push_back(1000);
     RegressionSettings settings;
-    settings.l2 = 1e-6;
+    settings.l2 = 1e-7;
     settings.smoothness = 1e-4;
     settings.showProgress = false;
     const std::vector<Change> changes = fitChanges(model, task, settings).changes;
-    EXPECT_NEAR(changes[0].opening, std::log(0.7 / 0.3), 0.05);
-    EXPECT_NEAR(changes[1].opening - 5.0, changes[0].opening, 0.02);
-    EXPECT_NEAR(changes[1].endgame, changes[0].endgame, 0.02);
-    EXPECT_NEAR(changes[2].opening, -7.0, 0.01);
-    EXPECT_NEAR(changes[2].endgame, 7.0, 0.01);
+    const double first = std::log(0.6 / 0.4), second = std::log(0.7 / 0.3);
+    EXPECT_NEAR(changes[0].opening, first, 0.02);
+    EXPECT_NEAR(changes[1].opening, second, 0.02);
+    EXPECT_NEAR(changes[2].opening - 5.0, 2 * second - first, 0.05);
+    EXPECT_NEAR(changes[2].endgame + 2.0, 2 * second - first, 0.05);
+    EXPECT_NEAR(changes[3].opening + 4.0, first, 0.02);
+    EXPECT_NEAR(changes[4].opening, -7.0, 0.01);
+    EXPECT_NEAR(changes[4].endgame, 7.0, 0.01);
 }
 
 TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {

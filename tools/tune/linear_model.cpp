@@ -153,19 +153,29 @@ void addConstants(LinearModel& model, const Position& position) {
     for (const Colour colour : {white, black}) model.scale[colour].push_back(scaleWithLead(position, colour));
 }
 
-bool areNeighbours(int a, int b, int columns) {
+bool touch(int a, int b, int columns) {
     return std::abs(a % columns - b % columns) + std::abs(a / columns - b / columns) == 1;
 }
 
-std::vector<Neighbours> neighboursAmong(const std::vector<OpenValue>& open) {
-    std::vector<Neighbours> found;
+std::vector<Evenness> evennessAmong(const std::vector<OpenValue>& open) {
+    std::vector<Evenness> found;
+    const auto ofRow = [&](std::size_t value, const ParameterRow* row) {
+        return value < open.size() && open[value].row == row;
+    };
+    const auto indexOf = [&](std::size_t value) {
+        return static_cast<int>(open[value].value - open[value].row->values);
+    };
     for (std::size_t first = 0; first < open.size(); ++first) {
-        for (std::size_t second = first + 1; second < open.size() && open[second].row == open[first].row; ++second) {
-            const PackedScore* values = open[first].row->values;
-            const auto a = static_cast<int>(open[first].value - values),
-                       b = static_cast<int>(open[second].value - values);
-            if (!areNeighbours(a, b, open[first].row->columns)) continue;
-            found.push_back({static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(second)});
+        const ParameterRow* const row = open[first].row;
+        const auto a = static_cast<std::uint16_t>(first);
+        if (row->columns == row->count) {
+            if (!ofRow(first + 2, row)) continue;
+            found.push_back({{a, static_cast<std::uint16_t>(a + 1), static_cast<std::uint16_t>(a + 2)}, {1, -2, 1}});
+            continue;
+        }
+        for (std::size_t second = first + 1; ofRow(second, row); ++second) {
+            if (!touch(indexOf(first), indexOf(second), row->columns)) continue;
+            found.push_back({{a, static_cast<std::uint16_t>(second), a}, {1, -1, 0}});
         }
     }
     return found;
@@ -206,7 +216,7 @@ LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& 
         model.present.push_back(
             {value.value->opening() / thousandthsPerPawn, value.value->endgame() / thousandthsPerPawn});
     }
-    model.neighbours = neighboursAmong(open);
+    model.evenness = evennessAmong(open);
     for (const Position& position : set.positions) addConstants(model, position);
     std::vector<EvalCaches> caches(static_cast<std::size_t>(threads));
     model.begin.push_back(0);

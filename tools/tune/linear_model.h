@@ -5,6 +5,7 @@
 // out, the choice of the better shelter, small changes hardly move.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -24,10 +25,12 @@ struct OpenValue {
 // In the order of parameterRows.
 std::vector<OpenValue> openValues();
 
-// Two open values that lie side by side in a row of parameters, or touch along an edge where it is drawn as a table.
-struct Neighbours {
-    std::uint16_t first; // indices of open values
-    std::uint16_t second;
+// Values that lie together in a row of parameters, and weights with which their sum is small where they change evenly:
+// the difference of two that touch along an edge where the row is drawn as a table of several columns and rows, the
+// bend at the middle one of three where it is a single row.
+struct Evenness {
+    std::array<std::uint16_t, 3> values; // indices of open values
+    std::array<double, 3> weights;       // the third is 0 for two values
 };
 
 // An open value, or what is added to it, in pawns.
@@ -40,7 +43,7 @@ struct Change {
 struct LinearModel {
     std::size_t valueCount = 0;  // of the open values
     std::vector<Change> present; // what they are, in pawns: the changes are added to this
-    std::vector<Neighbours> neighbours;
+    std::vector<Evenness> evenness;
     std::vector<std::size_t> begin;
     std::vector<std::uint16_t> variables;  // indices of open values, rising in each row
     std::vector<std::int8_t> coefficients; // how often the value counts for white, less how often for black

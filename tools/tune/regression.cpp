@@ -160,33 +160,31 @@ public:
 private:
     static constexpr std::size_t curvaturePositions = 1'000'000; // tell enough
 
-    Change valueAt(std::size_t value, const std::vector<Change>& at) const {
-        return {model.present[value].opening + at[value].opening, model.present[value].endgame + at[value].endgame};
+    // Calls with (cost, values, weights): the objective has cost x (weighted sum of the values)^2, in both lanes.
+    template <typename Visit> void forCosts(Visit visit) const {
+        for (std::uint16_t value = 0; value < changes.size(); ++value) {
+            visit(settings.l2, Evenness{{value, value, value}, {1, 0, 0}});
+        }
+        for (const Evenness& evenness : model.evenness) visit(settings.smoothness, evenness);
+    }
+
+    Change weightedSum(const Evenness& of, const std::vector<Change>& at) const {
+        Change sum;
+        for (std::size_t i = 0; i < of.values.size(); ++i) {
+            const std::size_t value = of.values[i];
+            sum.opening += of.weights[i] * (model.present[value].opening + at[value].opening);
+            sum.endgame += of.weights[i] * (model.present[value].endgame + at[value].endgame);
+        }
+        return sum;
     }
 
     double objective(const std::vector<Change>& at) const {
-        const auto squared = [](Change a) { return a.opening * a.opening + a.endgame * a.endgame; };
         double cost = 0.0;
-        for (std::size_t value = 0; value < at.size(); ++value) cost += settings.l2 * squared(valueAt(value, at));
-        for (const auto& [first, second] : model.neighbours) {
-            const Change a = valueAt(first, at), b = valueAt(second, at);
-            cost += settings.smoothness * squared({a.opening - b.opening, a.endgame - b.endgame});
-        }
+        forCosts([&](double factor, const Evenness& of) {
+            const Change sum = weightedSum(of, at);
+            cost += factor * (sum.opening * sum.opening + sum.endgame * sum.endgame);
+        });
         return loss(task.training, at) + cost;
-    }
-
-    // Calls with (unknown, other unknown, cost): the objective has cost x (unknown - other unknown)^2.
-    // An unknown that is its own other one stands for a difference from zero.
-    template <typename Visit> void forCosts(Visit visit) const {
-        for (std::size_t value = 0; value < changes.size(); ++value) {
-            for (const std::size_t unknown : {openingOf(value), endgameOf(value)}) {
-                visit(unknown, unknown, settings.l2);
-            }
-        }
-        for (const auto& [first, second] : model.neighbours) {
-            visit(openingOf(second), openingOf(first), settings.smoothness);
-            visit(endgameOf(second), endgameOf(first), settings.smoothness);
-        }
     }
 
     Vector objectiveSlope() const {
@@ -199,18 +197,12 @@ private:
         for (const Vector& slice : slices) {
             for (std::size_t i = 0; i < slope.size(); ++i) slope[i] += slice[i] * perPosition;
         }
-        const auto present = [&](std::size_t unknown) {
-            const Change value = valueAt(unknown / 2, changes);
-            return unknown % 2 == 0 ? value.opening : value.endgame;
-        };
-        forCosts([&](std::size_t unknown, std::size_t other, double cost) {
-            if (unknown == other) {
-                slope[unknown] += 2.0 * cost * present(unknown);
-                return;
+        forCosts([&](double factor, const Evenness& of) {
+            const Change sum = weightedSum(of, changes);
+            for (std::size_t i = 0; i < of.values.size(); ++i) {
+                slope[openingOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.opening;
+                slope[endgameOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.endgame;
             }
-            const double difference = present(unknown) - present(other);
-            slope[unknown] += 2.0 * cost * difference;
-            slope[other] -= 2.0 * cost * difference;
         });
         return slope;
     }
@@ -238,11 +230,16 @@ private:
         });
         for (const SymmetricMatrix& slice : slices) curvature.add(slice);
         curvature.scale(1.0 / static_cast<double>(count));
-        forCosts([&](std::size_t unknown, std::size_t other, double cost) {
-            curvature.at(unknown, unknown) += 2.0 * cost;
-            if (unknown == other) return;
-            curvature.at(other, other) += 2.0 * cost;
-            curvature.at(unknown, other) -= 2.0 * cost;
+        forCosts([&](double factor, const Evenness& of) {
+            for (std::size_t i = 0; i < of.values.size(); ++i) {
+                for (std::size_t j = 0; j < of.values.size(); ++j) {
+                    const std::size_t row = of.values[i], column = of.values[j];
+                    if (column > row) continue;
+                    const double bend = 2.0 * factor * of.weights[i] * of.weights[j];
+                    curvature.at(openingOf(row), openingOf(column)) += bend;
+                    curvature.at(endgameOf(row), endgameOf(column)) += bend;
+                }
+            }
         });
         curvature.factorise(2 * changes.size());
     }

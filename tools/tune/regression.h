@@ -13,8 +13,8 @@ namespace helvan {
 
 struct RegressionSettings {
     double blend = 0.7;       // how much of the target is the search score, the rest being the game's result; 0..1
-    double l2 = 2e-6;         // the loss that a value costs by itself, times its square in pawns; above 0
-    double smoothness = 1e-5; // the loss that two neighbours' difference costs, times its square in pawns
+    double l2 = 2e-7;         // the loss that a value costs by itself, times its square in pawns; above 0
+    double smoothness = 1e-5; // the loss that unevenness costs, times its square in pawns
     double scale = 1.2;       // pawns of the evaluation at which it expects 1 / (1 + 1/e) of a point
     int foldCount = 10;       // games whose number this divides are kept for validation, those one above for the test
     int threads = 2;          // the outcome does not depend on it

@@ -39,7 +39,7 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
         {"--men", &settings.fewestMen, "on the board, kings included; positions with fewer are left out"},
         {"--blend", &r.blend, "how much of the target is the search score, 0..1"},
         {"--l2", &r.l2, "the cost of a value of one pawn"},
-        {"--smoothness", &r.smoothness, "the cost of a pawn's difference between two neighbours"},
+        {"--smoothness", &r.smoothness, "the cost of a pawn's unevenness in a table or on a board"},
         {"--scale", &r.scale, "pawns at which the evaluation expects 1 / (1 + 1/e) of a point"},
         {"--folds", &r.foldCount, "of so many games one is kept for validation, one for the test"},
         {"--test", &settings.test, "1: tells the loss on the test's games, too; for the end, when all is chosen"},
