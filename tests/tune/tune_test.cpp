@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -130,10 +131,10 @@ TEST_F(Tuning, FindsAChangeBackWithAnyNumberOfThreadsAndNothingMoreTheSecondTime
     }
 }
 
-TEST_F(Tuning, EvennessIsWithinARowAndLeavesNoTableOut) {
+TEST_F(Tuning, SmoothnessTermsStayWithinARowAndLeavesNoTableOut) {
     const std::vector<OpenValue> open = openValues();
     std::vector<int> count(open.size());
-    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).evenness) {
+    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).smoothnessTerms) {
         EXPECT_EQ(weights[0] + weights[1] + weights[2], 0.0);
         for (const std::uint16_t value : values) {
             EXPECT_EQ(open[value].row, open[values[0]].row);
@@ -150,7 +151,7 @@ TEST_F(Tuning, NeighboursOfATableTouchAlongAnEdge) {
     const std::vector<OpenValue> open = openValues();
     const PackedScore* table = evalParameters.pawnByOwnKingOffset.data();
     std::vector<std::pair<int, int>> found;
-    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).evenness) {
+    for (const auto& [values, weights] : linearModelOf({}, open, 1, false).smoothnessTerms) {
         if (open[values[0]].row->values != table) continue;
         found.emplace_back(open[values[0]].value - table, open[values[1]].value - table);
     }
@@ -184,7 +185,7 @@ TEST(Regression, ValuesNeverSeenFollowTheirNeighbours) {
     LinearModel model;
     model.valueCount = 5;
     model.present = {{0.0, 0.0}, {0.0, 0.0}, {-5.0, 2.0}, {4.0, -4.0}, {7.0, -7.0}};
-    model.evenness = {{{0, 1, 2}, {1, -2, 1}}, {{0, 3, 0}, {1, -1, 0}}};
+    model.smoothnessTerms = {{{0, 1, 2}, {1, -2, 1}}, {{0, 3, 0}, {1, -1, 0}}};
     RegressionTask task;
     task.scale = 1.0;
     for (std::uint32_t i = 0; i < 1000; ++i) {
@@ -223,7 +224,8 @@ TEST(TrainingData, OnlyWholeLinesOfPlayablePositionsAreTaken) {
     for (const char* line :
          {"", "8/8/8/8/8/8/8/8 w - -|1|0|1", "4k3/8/8/8/8/8/8/4K3 w - -|1|0", "4k3/8|1|0|1",
           "4k3/8/8/8/8/8/8/4K3 x - -|1|0|1", "4k3/8/8/8/8/8/P7/4K3 x w - -|1|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|nan|0|1",
-          "4k3/8/8/8/8/8/P7/4K3 w - -|7|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|1|inf|1"}) {
+          "4k3/8/8/8/8/8/P7/4K3 w - -|7|0|1", "4k3/8/8/8/8/8/P7/4K3 w - -|1|inf|1", "4k3/8/8/8/8/8/P7/4K3 w - -|1|0|1x",
+          "4k3/8/8/8/8/8/P7/4K3 w - -|1|0|-1"}) {
         EXPECT_FALSE(addLine(set, line)) << line;
     }
     EXPECT_EQ(set.size(), 1U);
@@ -242,43 +244,83 @@ TEST(ToolOptions, OnlyWholeNumbersThatTheTypeHoldsAreTaken) {
     EXPECT_FALSE(store("1e999", rate));
 }
 
-int generate(const std::string& path, const std::string& options) {
-    return std::system(
-        (HELVAN_GENERATE " --output " + path + " --nodes 200 --seed 3 " + options + " 2>/dev/null").c_str());
+TEST(Regression, EachGameIsInOneSplitAndOnlyTrainingTellsTheScale) {
+    TrainingSet set;
+    for (int game = 0; game < 300; ++game) {
+        const bool training = game % 10 > 1;
+        const float result = game % 3 != 0 ? 1.0F : 0.0F; // two of three
+        for (int i = 0; i < 2; ++i) set.add(startPosition(), result, training ? 100.0F : -900.0F, game);
+    }
+    const RegressionTask task = prepareTask(set, {});
+    EXPECT_EQ(task.validation.size(), 60U);
+    EXPECT_EQ(task.test.size(), 60U);
+    EXPECT_EQ(task.training.size(), 480U);
+    for (const std::uint32_t i : task.validation) EXPECT_EQ(set.games[i] % 10, 0);
+    for (const std::uint32_t i : task.test) EXPECT_EQ(set.games[i] % 10, 1);
+    EXPECT_NEAR(1.0 / (1.0 + std::exp(-1.0 / task.searchScale)), 2.0 / 3.0, 0.01);
 }
 
-// What an interruption leaves, in the middle of a line, and continues is what runs through at once would have left.
-TEST(Generator, ContinuesAsIfItHadNotBeenInterrupted) {
-    const std::string whole = ::testing::TempDir() + "whole.txt", parts = ::testing::TempDir() + "parts.txt";
-    std::remove(whole.c_str());
+class Generator : public ::testing::Test {
+protected:
+    ~Generator() override {
+        for (const std::string& path : {whole, part}) std::remove(path.c_str());
+    }
+
+    static int generate(const std::string& path, const std::string& options) {
+        const std::string command = HELVAN_GENERATE " --nodes 200 --seed 3 " + options + " --output " + path;
+        return std::system((command + " 2>/dev/null").c_str());
+    }
+
+    const std::string whole = ::testing::TempDir() + "helvan_whole_" + std::to_string(getpid());
+    const std::string part = ::testing::TempDir() + "helvan_part_" + std::to_string(getpid());
+};
+
+// What an interruption leaves continues to what runs through at once.
+TEST_F(Generator, ContinuesAsIfItHadNotBeenInterrupted) {
     ASSERT_EQ(generate(whole, "--positions 700 --threads 2"), 0);
     const std::string text = contentsOf(whole);
-    std::ofstream(parts, std::ios::binary) << text.substr(0, text.size() / 2);
-    ASSERT_EQ(generate(parts, "--positions 700 --threads 1"), 0);
-    EXPECT_TRUE(contentsOf(parts) == text);
-    EXPECT_NE(generate(parts, "--positions 1000 --seed 4"), 0); // other positions
-    EXPECT_TRUE(contentsOf(parts) == text);
+    const std::size_t head = text.find("\n", text.find("\n") + 1) + 1, middle = text.find('\n', text.size() / 2) + 1;
+    for (const std::size_t kept : {std::size_t{0}, head / 2, head, middle, middle + 30, text.size()}) {
+        std::ofstream(part, std::ios::binary) << text.substr(0, kept);
+        ASSERT_EQ(generate(part, "--positions 700 --threads 1"), 0);
+        EXPECT_TRUE(contentsOf(part) == text) << kept;
+    }
+    ASSERT_EQ(generate(part, "--positions 10"), 0);
+    EXPECT_TRUE(contentsOf(part) == text) << "fewer than there are";
 }
 
-// The sums of score times evaluation, both white's view, by the side to move; and nothing twice.
-TEST(Generator, ScoresAreWhitesViewAndPositionsDiffer) {
-    const std::string path = ::testing::TempDir() + "positions.txt";
-    std::remove(path.c_str());
-    ASSERT_EQ(generate(path, "--positions 700"), 0);
-    const TrainingSet set = readTrainingSet(path);
-    EXPECT_GE(set.size(), 700U);
+TEST_F(Generator, LeavesOtherFilesAlone) {
+    ASSERT_EQ(generate(whole, "--positions 300"), 0);
+    std::string text = contentsOf(whole);
+    EXPECT_NE(generate(whole, "--positions 1000 --seed 4"), 0);
+    EXPECT_TRUE(contentsOf(whole) == text);
+    const std::size_t lastScore = text.rfind('|', text.rfind('|') - 1) + 1;
+    text.replace(lastScore, 1, "x"); // as another engine would have played the last game
+    std::ofstream(whole, std::ios::binary) << text;
+    EXPECT_NE(generate(whole, "--positions 1000"), 0);
+    EXPECT_TRUE(contentsOf(whole) == text);
+}
+
+// Sums over all positions, by the side to move: evaluations, results and scores are all white's view.
+TEST_F(Generator, ScoresAndResultsAreWhitesViewAndPositionsDiffer) {
+    ASSERT_EQ(generate(whole, "--positions 1500"), 0);
+    const TrainingSet set = readTrainingSet(whole);
+    EXPECT_GE(set.size(), 1500U);
     const auto caches = std::make_unique<EvalCaches>();
-    double agreement[2] = {};
+    double scoreAgrees[2] = {}, resultAgrees[2] = {};
     std::set<std::string> seen;
     for (std::size_t i = 0; i < set.size(); ++i) {
         const Colour mover = set.positions[i].sideToMove();
-        const double eval = evaluate(set.positions[i], *caches);
-        agreement[mover] += (mover == white ? eval : -eval) * static_cast<double>(set.scores[i]);
+        const double eval = (mover == white ? 1 : -1) * evaluate(set.positions[i], *caches);
+        scoreAgrees[mover] += eval * static_cast<double>(set.scores[i]);
+        resultAgrees[mover] += eval * static_cast<double>(set.results[i] - 0.5F);
         EXPECT_TRUE(seen.insert(positionToFenWithRights(set.positions[i])).second);
         EXPECT_GE(popCount(set.positions[i].occupied()), 5);
     }
-    EXPECT_GT(agreement[white], 0);
-    EXPECT_GT(agreement[black], 0);
+    for (const Colour mover : {white, black}) {
+        EXPECT_GT(scoreAgrees[mover], 0);
+        EXPECT_GT(resultAgrees[mover], 0);
+    }
 }
 
 } // namespace helvan::testing

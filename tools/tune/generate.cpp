@@ -5,7 +5,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -28,7 +27,7 @@ namespace {
 
 constexpr int usageError = 2;
 constexpr int mostOpeningPlies = 100; // with more, hardly a game is left to play
-constexpr int mostThreads = 1024;
+constexpr int mostThreads = 256;
 constexpr int hashMegabytes = 2; // of each thread
 
 struct Settings {
@@ -84,7 +83,7 @@ public:
 
 private:
     // Games that are finished before one with a smaller number wait for it: so many at most.
-    static constexpr int mostAhead = 256;
+    static constexpr int mostAhead = mostThreads;
 
     void play() {
         const auto tables = std::make_unique<SearchTables>();
@@ -122,30 +121,42 @@ std::string headOf(const SelfPlaySettings& settings) {
 // The file that grows game by game.
 class Output {
 public:
-    // The game to go on with: whatever the file held of its positions is gone. Nothing, with a message, where the
-    // file holds others or cannot be written.
-    std::optional<int> open(const std::string& path, const std::string& head) {
-        std::optional<int> firstGame = 1;
-        if (std::filesystem::exists(path)) firstGame = keepWholeGames(path, head);
-        if (!firstGame) {
+    explicit Output(const std::string& filePath) : path(filePath) {}
+
+    // Reads what the file holds already and answers the number of the game to go on with: its last one, which may be
+    // there in part only. Nothing, with a message, where the file does not begin with this head or is not to be had.
+    std::optional<int> open(const std::string& head) {
+        file.open(path, std::ios::app | std::ios::binary); // makes it, if need be
+        std::ifstream present(path, std::ios::binary);
+        if (!file || !present) {
+            std::fprintf(stderr, "%s cannot be opened.\n", path.c_str());
+            return std::nullopt;
+        }
+        std::string presentHead(head.size(), ' ');
+        present.read(presentHead.data(), static_cast<std::streamsize>(head.size()));
+        presentHead.resize(static_cast<std::size_t>(present.gcount()));
+        if (!head.starts_with(presentHead) || (presentHead == head && !readGames(present, head.size()))) {
             std::fprintf(stderr, "%s holds something else than the beginning of these positions.\n", path.c_str());
             return std::nullopt;
         }
-        file.open(path, std::ios::app | std::ios::binary);
-        if (file.tellp() == 0) file << head << std::flush;
-        return isGood(path) ? firstGame : std::nullopt;
+        if (presentHead != head) file << head.substr(presentHead.size()) << std::flush;
+        return lastGame;
     }
 
-    // Positions that it has already are left out.
-    void add(const SelfPlayedGame& game, int number) {
+    // Adds those of a game's positions that are not there yet. False, with a message, where the file cannot be written
+    // or holds another game by that number.
+    bool add(const SelfPlayedGame& game, int number) {
+        std::string text;
         for (const SampledPosition& position : game.positions) {
             if (!seen.insert(std::hash<std::string>()(position.fen)).second) continue;
-            file << position.fen << '|' << game.result << '|' << position.score << '|' << number << '\n';
+            text += position.fen + '|' + game.result + '|' + std::to_string(position.score) + '|' +
+                    std::to_string(number) + '\n';
         }
-        file.flush();
-    }
-
-    bool isGood(const std::string& path) {
+        if (number == lastGame && !text.starts_with(lastGameText)) {
+            std::fprintf(stderr, "%s holds games of another engine.\n", path.c_str());
+            return false;
+        }
+        file << (number == lastGame ? text.substr(lastGameText.size()) : text) << std::flush;
         if (!file) std::fprintf(stderr, "%s cannot be written.\n", path.c_str());
         return static_cast<bool>(file);
     }
@@ -153,47 +164,44 @@ public:
     std::uint64_t count() const { return seen.size(); }
 
 private:
-    // The last game may have been written in part.
-    std::optional<int> keepWholeGames(const std::string& path, const std::string& head) {
-        std::ifstream before(path, std::ios::binary);
-        std::string begins(head.size(), ' ');
-        before.read(begins.data(), static_cast<std::streamsize>(begins.size()));
-        if (before.gcount() == 0) return 1;
-        if (begins != head) return std::nullopt;
-        int lastGame = 1;
-        std::uintmax_t end = head.size(), lastGameBegins = end;
+    // The positions of the last game are not counted: it is played again.
+    bool readGames(std::istream& present, std::size_t begin) {
         std::vector<std::size_t> ofLastGame;
-        for (std::string line; std::getline(before, line) && !before.eof(); end += line.size() + 1) {
-            const std::size_t fenEnd = line.find('|'), numberBegins = line.rfind('|');
+        for (std::string line; std::getline(present, line); begin += line.size() + 1) {
+            const std::size_t fenEnd = line.find('|'), numberBegin = line.rfind('|');
             int game = 0;
-            if (fenEnd == numberBegins || !store(std::string_view(line).substr(numberBegins + 1), game)) {
-                return std::nullopt;
+            if (present.eof()) { // written in part
+                lastGameText += line;
+                break;
             }
+            if (fenEnd == numberBegin || !store(std::string_view(line).substr(numberBegin + 1), game)) return false;
             if (game != lastGame) {
                 lastGame = game;
-                lastGameBegins = end;
+                lastGameText.clear();
                 ofLastGame.clear();
             }
+            lastGameText += line + '\n';
             ofLastGame.push_back(std::hash<std::string>()(line.substr(0, fenEnd)));
             seen.insert(ofLastGame.back());
         }
         for (const std::size_t position : ofLastGame) seen.erase(position);
-        before.close();
-        std::filesystem::resize_file(path, lastGameBegins);
-        return lastGame;
+        return true;
     }
 
+    std::string path;
     std::ofstream file;
-    std::unordered_set<std::size_t> seen;
+    std::unordered_set<std::size_t> seen; // hashes of the positions
+    int lastGame = 1;                     // that the file held at first
+    std::string lastGameText;
 };
 
 class Progress {
 public:
-    Progress(std::uint64_t present, std::uint64_t wanted) : begun(present), goal(wanted) {}
+    Progress(std::uint64_t present, std::uint64_t wanted) : atStart(present), goal(wanted) {}
 
     void show(std::uint64_t count, int game) const {
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        const double rate = static_cast<double>(count - begun) / seconds;
+        const double rate = (static_cast<double>(count) - static_cast<double>(atStart)) / seconds;
         const double left = count < goal ? static_cast<double>(goal - count) / std::max(rate, 1.0) : 0.0;
         std::fprintf(stderr, "\rgame %d, %llu of %llu positions, %.0f a second, %.0f minutes left   ", game,
                      static_cast<unsigned long long>(count), static_cast<unsigned long long>(goal), rate, left / 60);
@@ -201,25 +209,31 @@ public:
 
 private:
     const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-    std::uint64_t begun;
+    std::uint64_t atStart;
     std::uint64_t goal;
 };
 
-int generate(const Settings& settings) {
-    Output output;
-    const std::optional<int> firstGame = output.open(settings.output, headOf(settings.selfPlay));
-    if (!firstGame) return 1;
+bool generate(const Settings& settings) {
+    constexpr int mostIdleGames = 10'000; // in a row
+    Output output(settings.output);
+    const std::optional<int> firstGame = output.open(headOf(settings.selfPlay));
+    if (!firstGame) return false;
     const Progress progress(output.count(), settings.positions);
     Tournament tournament(settings.selfPlay, settings.threads, *firstGame);
-    for (int number = *firstGame; output.count() < settings.positions; ++number) {
+    int idleGames = 0;
+    for (int number = *firstGame; number == *firstGame || output.count() < settings.positions; ++number) {
         const std::optional<SelfPlayedGame> game = tournament.next();
-        if (!game) continue;
-        output.add(*game, number);
-        if (!output.isGood(settings.output)) return 1;
+        const std::uint64_t before = output.count();
+        if (game && !output.add(*game, number)) return false;
+        idleGames = output.count() > before ? 0 : idleGames + 1;
+        if (idleGames == mostIdleGames) {
+            std::fprintf(stderr, "\n%d games in a row brought no new position: other --plies may.\n", idleGames);
+            return false;
+        }
         progress.show(output.count(), number);
     }
     std::fprintf(stderr, "\n");
-    return 0;
+    return true;
 }
 
 } // namespace
@@ -232,5 +246,5 @@ int main(int argumentCount, char** arguments) {
     if (!readSettings({arguments, static_cast<std::size_t>(argumentCount)}, settings)) return usageError;
     initSlidingAttacks();
     initAllEvaluation();
-    return generate(settings);
+    return generate(settings) ? 0 : 1;
 }

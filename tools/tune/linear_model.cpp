@@ -157,8 +157,8 @@ bool touch(int a, int b, int columns) {
     return std::abs(a % columns - b % columns) + std::abs(a / columns - b / columns) == 1;
 }
 
-std::vector<Evenness> evennessAmong(const std::vector<OpenValue>& open) {
-    std::vector<Evenness> found;
+std::vector<SmoothnessTerm> smoothnessTermsAmong(const std::vector<OpenValue>& open) {
+    std::vector<SmoothnessTerm> found;
     const auto ofRow = [&](std::size_t value, const ParameterRow* row) {
         return value < open.size() && open[value].row == row;
     };
@@ -216,7 +216,11 @@ LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& 
         model.present.push_back(
             {value.value->opening() / thousandthsPerPawn, value.value->endgame() / thousandthsPerPawn});
     }
-    model.evenness = evennessAmong(open);
+    model.smoothnessTerms = smoothnessTermsAmong(open);
+    for (auto* perPosition :
+         {&model.unchanged, &model.openingShare, &model.tempo, &model.scale[white], &model.scale[black]}) {
+        perPosition->reserve(set.size());
+    }
     for (const Position& position : set.positions) addConstants(model, position);
     std::vector<EvalCaches> caches(static_cast<std::size_t>(threads));
     model.begin.push_back(0);

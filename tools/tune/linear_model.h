@@ -28,7 +28,7 @@ std::vector<OpenValue> openValues();
 // Values that lie together in a row of parameters, and weights with which their sum is small where they change evenly:
 // the difference of two that touch along an edge where the row is drawn as a table of several columns and rows, the
 // bend at the middle one of three where it is a single row.
-struct Evenness {
+struct SmoothnessTerm {
     std::array<std::uint16_t, 3> values; // indices of open values
     std::array<double, 3> weights;       // the third is 0 for two values
 };
@@ -43,7 +43,7 @@ struct Change {
 struct LinearModel {
     std::size_t valueCount = 0;  // of the open values
     std::vector<Change> present; // what they are, in pawns: the changes are added to this
-    std::vector<Evenness> evenness;
+    std::vector<SmoothnessTerm> smoothnessTerms;
     std::vector<std::size_t> begin;
     std::vector<std::uint16_t> variables;  // indices of open values, rising in each row
     std::vector<std::int8_t> coefficients; // how often the value counts for white, less how often for black
@@ -66,7 +66,7 @@ struct LinearModel {
 // Drops the positions of special endings, which no open value touches.
 void dropSpecialEndings(TrainingSet& set);
 
-// Finds the coefficients by raising one open value after the other; leaves the parameters and tables as they were.
+// Finds the coefficients by raising open values and counting pieces; leaves the parameters and tables as they were.
 // No position is of a special ending. Progress goes to standard error if wanted.
 LinearModel linearModelOf(const TrainingSet& set, const std::vector<OpenValue>& open, int threads, bool showProgress);
 

@@ -45,7 +45,8 @@ inline bool readOptions(std::span<char* const> arguments, std::span<const ToolOp
         if (!std::visit([&](auto* target) { return store(arguments[i + 1], *target); }, named->target)) break;
     }
     if (i >= arguments.size()) return true;
-    std::fprintf(stderr, "usage: %s [OPTION VALUE]...\n\n", arguments[0]);
+    std::fprintf(stderr, "%s: no such option, or not such a value\n\nusage: %s [OPTION VALUE]...\n\n", arguments[i],
+                 arguments[0]);
     for (const ToolOption& option : options) std::fprintf(stderr, "  %-14s %s\n", option.name, option.help);
     return false;
 }

@@ -123,29 +123,30 @@ double scalarProduct(const Vector& a, const Vector& b) {
     return std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
 }
 
-// Newton's method, with the curvature of the start: it changes little on the way.
+// Newton's method, with the hessian of the start: it changes little on the way.
 class Fit {
 public:
     Fit(const LinearModel& linearModel, const RegressionTask& regressionTask,
         const RegressionSettings& regressionSettings)
         : model(linearModel), task(regressionTask), settings(regressionSettings), changes(model.valueCount),
-          curvature(2 * model.valueCount) {}
+          hessian(2 * model.valueCount) {}
 
     // Answers how many steps it took.
     int descend() {
-        constexpr double smallestGain = 1e-12;
+        constexpr double smallestGain = 1e-13;
         constexpr int mostSteps = 50;
-        findCurvature();
+        findHessian();
         double reached = objective(changes);
         for (int step = 1; step <= mostSteps; ++step) {
-            const Vector slope = objectiveSlope();
-            const Vector direction = curvature.solved(slope);
-            if (scalarProduct(slope, direction) / 2 < smallestGain) return step - 1;
+            const Vector gradient = objectiveGradient();
+            const Vector direction = hessian.solved(gradient);
+            if (scalarProduct(gradient, direction) / 2 < smallestGain) return step - 1;
             const double before = reached;
             reached = descendAlong(direction, before);
-            if (settings.showProgress) std::fprintf(stderr, "step %2d  loss and costs %.7f\n", step, reached);
+            if (settings.showProgress) std::fprintf(stderr, "step %2d  loss and penalties %.7f\n", step, reached);
             if (before - reached < smallestGain) return step;
         }
+        std::fprintf(stderr, "Still not at the least sum after %d steps.\n", mostSteps);
         return mostSteps;
     }
 
@@ -158,17 +159,17 @@ public:
     const std::vector<Change>& found() const { return changes; }
 
 private:
-    static constexpr std::size_t curvaturePositions = 1'000'000; // tell enough
+    static constexpr std::size_t hessianPositions = 1'000'000; // tell enough
 
-    // Calls with (cost, values, weights): the objective has cost x (weighted sum of the values)^2, in both lanes.
-    template <typename Visit> void forCosts(Visit visit) const {
+    // Calls with (factor, term): the objective has factor x (weighted sum of the values)^2, in both lanes.
+    template <typename Visit> void forPenalties(Visit visit) const {
         for (std::uint16_t value = 0; value < changes.size(); ++value) {
-            visit(settings.l2, Evenness{{value, value, value}, {1, 0, 0}});
+            visit(settings.l2, SmoothnessTerm{{value, value, value}, {1, 0, 0}});
         }
-        for (const Evenness& evenness : model.evenness) visit(settings.smoothness, evenness);
+        for (const SmoothnessTerm& term : model.smoothnessTerms) visit(settings.smoothness, term);
     }
 
-    Change weightedSum(const Evenness& of, const std::vector<Change>& at) const {
+    Change weightedSum(const SmoothnessTerm& of, const std::vector<Change>& at) const {
         Change sum;
         for (std::size_t i = 0; i < of.values.size(); ++i) {
             const std::size_t value = of.values[i];
@@ -179,72 +180,72 @@ private:
     }
 
     double objective(const std::vector<Change>& at) const {
-        double cost = 0.0;
-        forCosts([&](double factor, const Evenness& of) {
+        double penalties = 0.0;
+        forPenalties([&](double factor, const SmoothnessTerm& of) {
             const Change sum = weightedSum(of, at);
-            cost += factor * (sum.opening * sum.opening + sum.endgame * sum.endgame);
+            penalties += factor * (sum.opening * sum.opening + sum.endgame * sum.endgame);
         });
-        return loss(task.training, at) + cost;
+        return loss(task.training, at) + penalties;
     }
 
-    Vector objectiveSlope() const {
+    Vector objectiveGradient() const {
         std::vector<Vector> slices(sliceCount, Vector(2 * changes.size()));
         forSlices({0, task.training.size()}, settings.threads, [&](std::size_t slice, Range range) {
-            for (std::size_t i = range.first; i < range.end; ++i) addLossSlope(task.training[i], slices[slice]);
+            for (std::size_t i = range.first; i < range.end; ++i) addLossGradient(task.training[i], slices[slice]);
         });
-        Vector slope(2 * changes.size());
+        Vector gradient(2 * changes.size());
         const double perPosition = 1.0 / static_cast<double>(task.training.size());
         for (const Vector& slice : slices) {
-            for (std::size_t i = 0; i < slope.size(); ++i) slope[i] += slice[i] * perPosition;
+            for (std::size_t i = 0; i < gradient.size(); ++i) gradient[i] += slice[i] * perPosition;
         }
-        forCosts([&](double factor, const Evenness& of) {
+        forPenalties([&](double factor, const SmoothnessTerm& of) {
             const Change sum = weightedSum(of, changes);
             for (std::size_t i = 0; i < of.values.size(); ++i) {
-                slope[openingOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.opening;
-                slope[endgameOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.endgame;
+                gradient[openingOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.opening;
+                gradient[endgameOf(of.values[i])] += 2.0 * factor * of.weights[i] * sum.endgame;
             }
         });
-        return slope;
+        return gradient;
     }
 
-    void addLossSlope(std::uint32_t position, Vector& slope) const {
+    void addLossGradient(std::uint32_t position, Vector& gradient) const {
         const double value = model.unscaled(position, changes);
         const double scale = model.scaleOf(position, value);
         const double expected = logistic((value * scale + model.tempo[position]) / task.scale);
         const double perPawn = (expected - task.targets[position]) / task.scale * scale;
         const double opening = perPawn * model.openingShare[position], endgame = perPawn - opening;
         for (std::size_t at = model.begin[position]; at < model.begin[position + 1]; ++at) {
-            slope[openingOf(model.variables[at])] += model.coefficients[at] * opening;
-            slope[endgameOf(model.variables[at])] += model.coefficients[at] * endgame;
+            gradient[openingOf(model.variables[at])] += model.coefficients[at] * opening;
+            gradient[endgameOf(model.variables[at])] += model.coefficients[at] * endgame;
         }
     }
 
-    void findCurvature() {
-        const std::size_t every = std::max<std::size_t>(task.training.size() / curvaturePositions, 1);
+    void findHessian() {
+        const std::size_t every = std::max<std::size_t>(task.training.size() / hessianPositions, 1);
         const std::size_t count = (task.training.size() + every - 1) / every;
-        std::vector<SymmetricMatrix> slices(sliceCount, curvature);
+        std::vector<SymmetricMatrix> slices(sliceCount, hessian);
         forSlices({0, count}, settings.threads, [&](std::size_t slice, Range range) {
             for (std::size_t i = range.first; i < range.end; ++i) {
-                addLossCurvature(task.training[i * every], slices[slice]);
+                addLossHessian(task.training[i * every], slices[slice]);
             }
         });
-        for (const SymmetricMatrix& slice : slices) curvature.add(slice);
-        curvature.scale(1.0 / static_cast<double>(count));
-        forCosts([&](double factor, const Evenness& of) {
+        for (const SymmetricMatrix& slice : slices) hessian.add(slice);
+        hessian.scale(1.0 / static_cast<double>(count));
+        forPenalties([&](double factor, const SmoothnessTerm& of) {
             for (std::size_t i = 0; i < of.values.size(); ++i) {
                 for (std::size_t j = 0; j < of.values.size(); ++j) {
                     const std::size_t row = of.values[i], column = of.values[j];
                     if (column > row) continue;
                     const double bend = 2.0 * factor * of.weights[i] * of.weights[j];
-                    curvature.at(openingOf(row), openingOf(column)) += bend;
-                    curvature.at(endgameOf(row), endgameOf(column)) += bend;
+                    hessian.at(openingOf(row), openingOf(column)) += bend;
+                    hessian.at(endgameOf(row), endgameOf(column)) += bend;
                 }
             }
         });
-        curvature.factorise(2 * changes.size());
+        hessian.factorise(2 * changes.size());
     }
 
-    void addLossCurvature(std::uint32_t position, SymmetricMatrix& sum) const {
+    void addLossHessian(std::uint32_t position, SymmetricMatrix& sum) const {
         const double value = model.unscaled(position, changes);
         const double scale = model.scaleOf(position, value);
         const double expected = logistic((value * scale + model.tempo[position]) / task.scale);
@@ -289,7 +290,7 @@ private:
     const RegressionTask& task;
     const RegressionSettings& settings;
     std::vector<Change> changes;
-    SymmetricMatrix curvature;
+    SymmetricMatrix hessian;
 };
 
 } // namespace

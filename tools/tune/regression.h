@@ -13,8 +13,8 @@ namespace helvan {
 
 struct RegressionSettings {
     double blend = 0.7;       // how much of the target is the search score, the rest being the game's result; 0..1
-    double l2 = 2e-7;         // the loss that a value costs by itself, times its square in pawns; above 0
-    double smoothness = 1e-5; // the loss that unevenness costs, times its square in pawns
+    double l2 = 2e-7;         // the penalty of a value, times its square in pawns; above 0
+    double smoothness = 1e-5; // the penalty of a table's unevenness, times its square in pawns
     double scale = 1.2;       // pawns of the evaluation at which it expects 1 / (1 + 1/e) of a point
     int foldCount = 10;       // games whose number this divides are kept for validation, those one above for the test
     int threads = 2;          // the outcome does not depend on it
@@ -45,8 +45,8 @@ struct RegressionOutcome {
 // Splits the positions by their games and fits the search's scale to the results of the training positions.
 RegressionTask prepareTask(const TrainingSet& set, const RegressionSettings& settings);
 
-// The changes with the least sum of loss and costs. There is one such sum, wherever the values start from: with the
-// values that a fit has found a second one finds no changes, but for their rounding.
+// The changes with the least sum of loss and penalties. For this model it does not matter what the values were before:
+// with the values that a fit has found a second one finds no changes, but for their rounding.
 RegressionOutcome fitChanges(const LinearModel& model, const RegressionTask& task, const RegressionSettings& settings);
 
 // The mean loss of evaluations, in pawns by position, on some of the positions.

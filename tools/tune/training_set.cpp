@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 #include "board/advance.h"
@@ -79,8 +80,11 @@ bool addLine(TrainingSet& set, const std::string& line) {
     const std::string fen = line.substr(0, end);
     float result = 0, score = 0;
     int game = 0;
-    if (std::sscanf(line.c_str() + end, "|%f|%f|%d", &result, &score, &game) != 3) return false;
-    if (!(result >= 0 && result <= 1) || !std::isfinite(score)) return false;
+    int length = 0;
+    const char* const rest = line.c_str() + end;
+    if (std::sscanf(rest, "|%f|%f|%d%n", &result, &score, &game, &length) != 3) return false;
+    if (rest[length] != '\0' && std::strcmp(rest + length, "\n") != 0) return false;
+    if (!(result >= 0 && result <= 1) || !std::isfinite(score) || game < 0) return false;
     Position position;
     if (setupFromFen(position, fen.c_str()) != nullptr) return false;
     dropUnfoundedCastlingRights(position);

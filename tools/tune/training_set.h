@@ -39,12 +39,12 @@ struct TrainingSet {
     }
 };
 
-// Adds the position of a line "FEN|result|score|game". Answers false, with nothing added, for any other line and for
-// a position that chess cannot be played from. Results are 0 to 1, scores finite.
+// Adds the position of a line "FEN|result|score|game" with or without its line feed. Answers false, with nothing added,
+// for any other line and for a position that chess cannot be played from. Results are 0 to 1, scores finite.
 bool addLine(TrainingSet& set, const std::string& line);
 
-// Replaces each position by the one in which its quiescence search ends, whose evaluation is what the search answers:
-// score and result are still white's. Drops those that end otherwise, in a mate or a draw.
+// Replaces each position by the one in which its quiescence search ends with an evaluation; score and result stay
+// white's. Drops those for which it ends in a mate or a draw.
 void moveToQuietLeaves(TrainingSet& set);
 
 // Drops positions with fewer men, kings included.

@@ -20,6 +20,7 @@ namespace helvan {
 namespace {
 
 constexpr int usageError = 2;
+constexpr int mostThreads = 256;
 
 struct Settings {
     std::string data;
@@ -38,19 +39,20 @@ bool readSettings(std::span<char* const> arguments, Settings& settings) {
         {"--dry-run", &settings.dryRun, "1: fits and reports, and leaves the source as it is"},
         {"--men", &settings.fewestMen, "on the board, kings included; positions with fewer are left out"},
         {"--blend", &r.blend, "how much of the target is the search score, 0..1"},
-        {"--l2", &r.l2, "the cost of a value of one pawn"},
-        {"--smoothness", &r.smoothness, "the cost of a pawn's unevenness in a table or on a board"},
+        {"--l2", &r.l2, "the penalty of a value of one pawn"},
+        {"--smoothness", &r.smoothness, "the penalty of a pawn's unevenness in a table or on a board"},
         {"--scale", &r.scale, "pawns at which the evaluation expects 1 / (1 + 1/e) of a point"},
         {"--folds", &r.foldCount, "of so many games one is kept for validation, one for the test"},
         {"--test", &settings.test, "1: tells the loss on the test's games, too; for the end, when all is chosen"},
         {"--threads", &r.threads, "the outcome does not depend on it"}};
     if (!readOptions(arguments, options)) return false;
-    const bool usable = !settings.data.empty() && r.threads > 0 && r.scale > 0 && r.foldCount > 2 && r.blend >= 0 &&
-                        r.blend <= 1 && r.l2 > 0 && r.smoothness >= 0;
+    const bool usable = !settings.data.empty() && r.threads > 0 && r.threads <= mostThreads && r.scale > 0 &&
+                        r.foldCount > 2 && r.blend >= 0 && r.blend <= 1 && r.l2 > 0 && r.smoothness >= 0;
     if (!usable) {
-        std::fprintf(stderr,
-                     "Needed: --data FILE; threads, l2 and scale above 0, folds above 2, blend 0 to 1, smoothness 0 "
-                     "or more.\n");
+        std::fprintf(
+            stderr,
+            "Needed: --data FILE; 1 to 256 threads, l2 and scale above 0, folds above 2, blend 0 to 1, smoothness 0 "
+            "or more.\n");
     }
     return usable;
 }
@@ -97,8 +99,8 @@ int tune(const Settings& settings) {
     const RegressionSettings& regression = settings.regression;
     TrainingSet set = readTrainingSet(settings.data);
     const std::size_t all = set.size();
-    dropSmallEndings(set, settings.fewestMen);
     moveToQuietLeaves(set);
+    dropSmallEndings(set, settings.fewestMen);
     dropSpecialEndings(set);
     const RegressionTask task = prepareTask(set, regression);
     if (task.training.empty() || task.validation.empty() || task.test.empty()) {
@@ -106,9 +108,9 @@ int tune(const Settings& settings) {
                      settings.data.c_str());
         return 1;
     }
-    std::printf(
-        "%zu positions of %zu: %zu for training, %zu for validation, %zu for the test\nK = %.3f pawns for the search\n",
-        set.size(), all, task.training.size(), task.validation.size(), task.test.size(), task.searchScale);
+    std::printf("%zu positions of %zu: %zu for training, %zu for validation, %zu for the test\nK of the search scores: "
+                "%.3f pawns\n",
+                set.size(), all, task.training.size(), task.validation.size(), task.test.size(), task.searchScale);
     std::fflush(stdout);
     const std::vector<OpenValue> open = openValues();
     const LinearModel model = linearModelOf(set, open, regression.threads, true);
@@ -120,7 +122,7 @@ int tune(const Settings& settings) {
     // By the evaluation itself: what the linear model leaves out, and the rounding, show in the difference.
     const auto reportNow = [&](const char* when) {
         const std::vector<float> evaluations = presentEvaluations(set);
-        std::printf("%s: validation loss %.6f, best with K = %.3f pawns", when,
+        std::printf("%s: validation loss %.6f, least with K = %.3f pawns", when,
                     meanLoss(task, task.validation, evaluations, regression.threads),
                     fittedScale(task, evaluations, regression.threads));
         if (settings.test != 0) {
