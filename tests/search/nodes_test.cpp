@@ -57,7 +57,7 @@ TEST_F(Nodes, PvNodesStoreADrawThatTheirBestMoveReaches) {
 TEST_F(Nodes, CapturesIntoAPawnEndingAreTestedForBeingSingular) {
     const Position position = positionOf("8/2p2kp1/1p6/p3n3/P2K4/1P2PP2/6PP/8 w - -");
     const Move capture = encodeMove(d4, e5);
-    constexpr int bounds[] = {-260, -120}; // both below the evaluation, which they therefore leave alone
+    constexpr int bounds[] = {-700, -70}; // both below the evaluation, which they therefore leave alone
     const auto scout = [&](Search& search, Position& at) { searchScout(search, at, 300, 15, 1, line, nullMove, true); };
     EXPECT_NE(nodesOf(position, capture, bounds[0], 15, scout), nodesOf(position, capture, bounds[1], 15, scout));
     const auto pv = [&](Search& search, Position& at) { searchPv(search, at, -100, 300, 16, 1, line); };

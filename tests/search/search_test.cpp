@@ -103,17 +103,17 @@ TEST_F(Think, ListsTheRanksOfSeveralLines) {
 
 // As long as other moves are there, the table keeps the search from finding that one mates.
 TEST_F(Think, SortsTheRanksByTheirScores) {
-    const Position position = positionOf("6k1/5ppp/2P5/8/8/8/8/R5K1 w - -");
+    const Position position = positionOf("6k1/5ppp/8/3n4/2P5/8/8/R5K1 w - -");
     const Move mates = encodeMove(a1, a8);
     Reporter reporter = uciReporter();
     reporter.iterationBegins = [&](int) {
         tables->transpositionTable.store(childOf(position, mates).key, 99, 9000, lowerBound, nullMove, 0);
     };
-    const std::vector<Move> wanted = {encodeMove(c6, c7), mates};
+    const std::vector<Move> wanted = {encodeMove(c4, d5), mates};
     Search search(*tables, {.depth = 2, .ranks = 2, .searchMoves = wanted}, reporter);
     const std::string answer = printedBy([&] { think(search, position); });
     EXPECT_TRUE(contains(answer, "info multipv 1 score cp 31999 depth 2 ")) << answer;
-    EXPECT_LT(answer.find(" pv a1a8"), answer.find(" pv c6c7", answer.find("info multipv 2"))) << answer;
+    EXPECT_LT(answer.find(" pv a1a8"), answer.find(" pv c4d5", answer.find("info multipv 2"))) << answer;
     EXPECT_TRUE(contains(answer, "bestmove a1a8\n")) << answer;
 }
 

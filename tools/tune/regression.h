@@ -15,7 +15,7 @@ struct RegressionSettings {
     double blend = 0.7;       // how much of the target is the search score, the rest being the game's result; 0..1
     double l2 = 2e-7;         // the penalty of a value, times its square in pawns; above 0
     double smoothness = 1e-5; // the penalty of a table's unevenness, times its square in pawns
-    double scale = 1.2;       // pawns of the evaluation at which it expects 1 / (1 + 1/e) of a point
+    double scale = 0.9;       // pawns of the evaluation at which it expects 1 / (1 + 1/e) of a point
     int foldCount = 10;       // games whose number this divides are kept for validation, those one above for the test
     int threads = 2;          // the outcome does not depend on it
     bool showProgress = true;
