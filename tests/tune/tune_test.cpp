@@ -279,7 +279,7 @@ protected:
 TEST_F(Generator, ContinuesAsIfItHadNotBeenInterrupted) {
     ASSERT_EQ(generate(whole, "--positions 700 --threads 2"), 0);
     const std::string text = contentsOf(whole);
-    const std::size_t head = text.find("\n", text.find("\n") + 1) + 1, middle = text.find('\n', text.size() / 2) + 1;
+    const std::size_t head = text.find('\n', text.find('\n') + 1) + 1, middle = text.find('\n', text.size() / 2) + 1;
     for (const std::size_t kept : {std::size_t{0}, head / 2, head, middle, middle + 30, text.size()}) {
         std::ofstream(part, std::ios::binary) << text.substr(0, kept);
         ASSERT_EQ(generate(part, "--positions 700 --threads 1"), 0);

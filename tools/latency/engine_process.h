@@ -62,14 +62,14 @@ public:
     EngineProcess& operator=(const EngineProcess&) = delete;
 
     // Sends the text and a line end.
-    void send(const std::string& text) {
+    void send(const std::string& text) const {
         const std::string bytes = text + "\n";
         [[maybe_unused]] const ssize_t sent =
             write(toEngine, bytes.data(), bytes.size()); // an ended engine hears nothing
     }
 
     // As send, but gives up when the engine has not taken all of it within the time. Answers whether it has.
-    bool sendsWithin(const std::string& text, double seconds) {
+    bool sendsWithin(const std::string& text, double seconds) const {
         const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
         const std::string bytes = text + "\n";
         fcntl(toEngine, F_SETFL, O_NONBLOCK);
@@ -134,7 +134,7 @@ public:
     }
 
     // What has come on standard error since the last call.
-    std::string errors() {
+    std::string errors() const {
         char bytes[65536];
         const ssize_t count = read(errorsOfEngine, bytes, sizeof bytes);
         return {bytes, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};

@@ -135,7 +135,7 @@ public:
         std::string presentHead(head.size(), ' ');
         present.read(presentHead.data(), static_cast<std::streamsize>(head.size()));
         presentHead.resize(static_cast<std::size_t>(present.gcount()));
-        if (!head.starts_with(presentHead) || (presentHead == head && !readGames(present, head.size()))) {
+        if (!head.starts_with(presentHead) || (presentHead == head && !readGames(present))) {
             std::fprintf(stderr, "%s holds something else than the beginning of these positions.\n", path.c_str());
             return std::nullopt;
         }
@@ -165,9 +165,9 @@ public:
 
 private:
     // The positions of the last game are not counted: it is played again.
-    bool readGames(std::istream& present, std::size_t begin) {
+    bool readGames(std::istream& present) {
         std::vector<std::size_t> ofLastGame;
-        for (std::string line; std::getline(present, line); begin += line.size() + 1) {
+        for (std::string line; std::getline(present, line);) {
             const std::size_t fenEnd = line.find('|'), numberBegin = line.rfind('|');
             int game = 0;
             if (present.eof()) { // written in part

@@ -163,7 +163,8 @@ private:
 
     // Calls with (factor, term): the objective has factor x (weighted sum of the values)^2, in both lanes.
     template <typename Visit> void forPenalties(Visit visit) const {
-        for (std::uint16_t value = 0; value < changes.size(); ++value) {
+        for (std::size_t i = 0; i < changes.size(); ++i) {
+            const auto value = static_cast<std::uint16_t>(i);
             visit(settings.l2, SmoothnessTerm{{value, value, value}, {1, 0, 0}});
         }
         for (const SmoothnessTerm& term : model.smoothnessTerms) visit(settings.smoothness, term);
